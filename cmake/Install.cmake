@@ -1,0 +1,22 @@
+include(CMakePackageConfigHelpers)
+
+install(TARGETS verenwick EXPORT verenwickTargets
+  LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
+  ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
+  RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
+  PUBLIC_HEADER DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+install(TARGETS verenwick_host RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+install(EXPORT verenwickTargets NAMESPACE verenwick::
+  DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/verenwick)
+
+write_basic_package_version_file(${PROJECT_BINARY_DIR}/verenwickConfigVersion.cmake
+  COMPATIBILITY SameMajorVersion)
+configure_file(${CMAKE_CURRENT_LIST_DIR}/verenwickConfig.cmake.in
+  ${PROJECT_BINARY_DIR}/verenwickConfig.cmake @ONLY)
+install(FILES
+  ${PROJECT_BINARY_DIR}/verenwickConfig.cmake ${PROJECT_BINARY_DIR}/verenwickConfigVersion.cmake
+  DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/verenwick)
+
+configure_file(${CMAKE_CURRENT_LIST_DIR}/verenwick.pc.in ${PROJECT_BINARY_DIR}/verenwick.pc @ONLY)
+install(FILES ${PROJECT_BINARY_DIR}/verenwick.pc
+  DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
