@@ -1,0 +1,22 @@
+#pragma once
+
+#include <cstdint>
+
+namespace verenwick {
+
+/// A single-precision constant of a formula, widened as it is: single(1.1F) is 1.100000023841858.
+constexpr double single(float value) { return static_cast<double>(value); }
+
+/// Rounds to single precision and widens again, where a formula keeps seven digits only.
+inline double roundedToSingle(double value) {
+  return static_cast<double>(static_cast<float>(value));
+}
+
+constexpr double kPi = 3.141592653589793;
+/// Pi as several excitation formulas hold it.
+constexpr double kPiSingle = single(3.14159274F);
+
+/// Angular speed in rad/s of a speed in rpm.
+constexpr double angularSpeed(double rpm) { return rpm * kPi / 30; }
+
+}  // namespace verenwick
