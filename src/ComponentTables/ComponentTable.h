@@ -1,0 +1,137 @@
+#pragma once
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <set>
+#include <string>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+/// The pattern of all component tables.
+namespace verenwick {
+
+/// Records numbered from 1. An unallocated table and an empty one are different things.
+///
+/// The ids that the input file gave the records are kept beside them, in an ordered index, so that
+/// a lookup stays fast in a model of many thousand rows.
+template <class Record>
+class ComponentTable {
+ public:
+  void allocate(std::int32_t count) {
+    records_.emplace(static_cast<std::size_t>(std::max(count, 0)));
+    ids_.assign(records_->size(), 0);
+    index_.clear();
+    for (std::int32_t position = 1; position <= number(); ++position) {
+      index_.emplace_hint(index_.end(), 0, position);
+    }
+  }
+  void deallocate() {
+    records_.reset();
+    ids_.clear();
+    index_.clear();
+  }
+  bool isAllocated() const { return records_.has_value(); }
+  std::int32_t number() const { return records_ ? static_cast<std::int32_t>(records_->size()) : 0; }
+
+  /// The record at a position from 1 to number(); the position is not checked.
+  Record& at(std::int32_t position) { return (*records_)[element(position)]; }
+  const Record& at(std::int32_t position) const { return (*records_)[element(position)]; }
+
+  std::int32_t id(std::int32_t position) const { return ids_[element(position)]; }
+  void setId(std::int32_t position, std::int32_t id) {
+    index_.erase({ids_[element(position)], position});
+    ids_[element(position)] = id;
+    index_.emplace(id, position);
+  }
+  /// First position with this id; 0 if there is none or the table isn't allocated.
+  std::int32_t positionOf(std::int32_t id) const {
+    const auto found = index_.lower_bound({id, 0});
+    return found != index_.end() && found->first == id ? found->second : 0;
+  }
+
+ private:
+  static std::size_t element(std::int32_t position) {
+    return static_cast<std::size_t>(position) - 1;
+  }
+
+  std::optional<std::vector<Record>> records_;
+  std::vector<std::int32_t> ids_;
+  std::set<std::pair<std::int32_t, std::int32_t>> index_;
+};
+
+/// First position from 1 at which a condition holds; 0 if there is none.
+template <class Table, class Condition>
+std::int32_t firstPosition(const Table& table, Condition holds) {
+  for (std::int32_t position = 1; position <= table.number(); ++position) {
+    if (holds(position)) {
+      return position;
+    }
+  }
+  return 0;
+}
+
+/// How an accessor hands out a field: numbers by value, texts and arrays by reference.
+template <class Value>
+using FieldValue = std::conditional_t<std::is_scalar_v<Value>, Value, const Value&>;
+
+}  // namespace verenwick
+
+// A field list names each field once, one line a field with its meaning and unit; the list is read
+// twice, for the members of the record and for the SET_x_f and GET_x_f pair.
+//   VALUE(X, type, name, default, meaning)   one value
+//   ARRAY(X, type, name, count, meaning)     a fixed number of values, from 1, default zero
+//   LIST(X, type, name, meaning)             values from 1, as many as were loaded
+
+#define VERENWICK_MEMBER_VALUE(X, type, name, initial, meaning) type name = initial;
+#define VERENWICK_MEMBER_ARRAY(X, type, name, count, meaning) std::array<type, count> name{};
+#define VERENWICK_MEMBER_LIST(X, type, name, meaning) std::vector<type> name{};
+
+#define VERENWICK_ACCESS_VALUE(X, type, name, initial, meaning)                             \
+  inline void SET_##X##_##name(X##_TABLE& table, std::int32_t position, type value) {       \
+    table.at(position).name = std::move(value);                                             \
+  }                                                                                         \
+  inline FieldValue<type> GET_##X##_##name(const X##_TABLE& table, std::int32_t position) { \
+    return table.at(position).name;                                                         \
+  }
+#define VERENWICK_ACCESS_ELEMENT(X, type, name)                                           \
+  inline void SET_##X##_##name(X##_TABLE& table, std::int32_t position, std::int32_t i,   \
+                               type value) {                                              \
+    table.at(position).name[static_cast<std::size_t>(i) - 1] = std::move(value);          \
+  }                                                                                       \
+  inline FieldValue<type> GET_##X##_##name(const X##_TABLE& table, std::int32_t position, \
+                                           std::int32_t i) {                              \
+    return table.at(position).name[static_cast<std::size_t>(i) - 1];                      \
+  }
+#define VERENWICK_ACCESS_ARRAY(X, type, name, count, meaning) \
+  VERENWICK_ACCESS_ELEMENT(X, type, name)
+#define VERENWICK_ACCESS_LIST(X, type, name, meaning) VERENWICK_ACCESS_ELEMENT(X, type, name)
+
+/// The record, the table and the accessors of component kind X from its field list.
+#define VERENWICK_TABLE(X, FIELDS)                                                        \
+  struct X##_RECORD {                                                                     \
+    FIELDS(VERENWICK_MEMBER_VALUE, VERENWICK_MEMBER_ARRAY, VERENWICK_MEMBER_LIST, X)      \
+  };                                                                                      \
+  using X##_TABLE = ComponentTable<X##_RECORD>;                                           \
+  inline void ALLOCATE_##X##_TABLE(X##_TABLE& table, std::int32_t count) {                \
+    table.allocate(count);                                                                \
+  }                                                                                       \
+  inline void DEALLOCATE_##X##_TABLE(X##_TABLE& table) { table.deallocate(); }            \
+  inline std::int32_t GET_##X##_NUMBER(const X##_TABLE& table) { return table.number(); } \
+  FIELDS(VERENWICK_ACCESS_VALUE, VERENWICK_ACCESS_ARRAY, VERENWICK_ACCESS_LIST, X)
+
+/// The id of kind X, the number that the input file gave a record, and the search GET_X_LOOKUP
+/// for its first position, 0 if there is none.
+#define VERENWICK_TABLE_ID(X, LOOKUP)                                                  \
+  inline void SET_##X##_ID(X##_TABLE& table, std::int32_t position, std::int32_t id) { \
+    table.setId(position, id);                                                         \
+  }                                                                                    \
+  inline std::int32_t GET_##X##_ID(const X##_TABLE& table, std::int32_t position) {    \
+    return table.id(position);                                                         \
+  }                                                                                    \
+  inline std::int32_t GET_##X##_##LOOKUP(const X##_TABLE& table, std::int32_t id) {    \
+    return table.positionOf(id);                                                       \
+  }

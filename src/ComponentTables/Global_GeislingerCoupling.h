@@ -1,0 +1,34 @@
+#pragma once
+
+#include "ComponentTables/ComponentTable.h"
+
+/// Geislinger couplings: stiffness and damping over the excitation frequency on one shaft.
+namespace verenwick {
+
+// clang-format off
+#define GEISLINGERCOUPLING_FIELDS(VALUE, ARRAY, LIST, X)                                      \
+  VALUE(X, std::int32_t, SHAFTNODE, 0, "id of the shaft that carries it")                     \
+  VALUE(X, std::int32_t, DAMPINGTYPE, 0, "1 damping by the formulas, 2 by dynamic magnifier") \
+  VALUE(X, std::int32_t, OILSUPPLYTYPE, 0, "1 pressurised oil, 2 without")                    \
+  VALUE(X, std::int32_t, DESIGNTYPE, 0, "1 multi-spring, 2 dual spring")                      \
+  VALUE(X, double, NOMINALTORQUE, 0.0, "nominal torque, N m")                                 \
+  VALUE(X, double, STATICSTIFFNESS, 0.0, "static stiffness, N m/rad")                         \
+  VALUE(X, double, CHARACTERISTICFREQUENCY, 0.0, "characteristic frequency as read")          \
+  VALUE(X, double, OILVISCOSITY, 0.0, "oil viscosity as read")                                \
+  VALUE(X, double, RPMRATIO, 1.0, "speed relative to the reference speed")                    \
+  VALUE(X, double, POWER, 0.0, "power in the load case, W")                                   \
+  VALUE(X, double, SPEED, 0.0, "speed in the load case, rpm")                                 \
+  VALUE(X, double, SPEEDEXCITATION, 0.0, "speed of the excitation in progress, rpm")          \
+  VALUE(X, double, TORQUE, 0.0, "torque in the load case, N m")                               \
+  VALUE(X, double, STIFFNESS, 0.0, "stiffness in the load case, N m/rad")                     \
+  VALUE(X, double, DAMPING, 0.0, "damping in the load case, N m s/rad")
+// clang-format on
+
+VERENWICK_TABLE(GEISLINGERCOUPLING, GEISLINGERCOUPLING_FIELDS)
+VERENWICK_TABLE_ID(GEISLINGERCOUPLING, IGEISLINGERCOUPLING)
+
+/// First row on the shaft with this id, 0 if there is none.
+std::int32_t GET_GEISLINGERCOUPLING_IGEISLINGERCOUPLING_SHAFTNODE(
+    const GEISLINGERCOUPLING_TABLE& table, std::int32_t shaftId);
+
+}  // namespace verenwick

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "ComponentTables/ComponentTable.h"
+
+/// Linear couplings: constant stiffness on one shaft.
+namespace verenwick {
+
+// clang-format off
+#define LINEARCOUPLING_FIELDS(VALUE, ARRAY, LIST, X)                       \
+  VALUE(X, std::int32_t, SHAFTNODE, 0, "id of the shaft that carries it")  \
+  VALUE(X, double, NOMINALTORQUE, 0.0, "nominal torque, N m")              \
+  VALUE(X, double, NOMINALSTIFFNESS, 0.0, "stiffness, N m/rad")            \
+  VALUE(X, double, RPMRATIO, 1.0, "speed relative to the reference speed") \
+  VALUE(X, double, POWER, 0.0, "power in the load case, W")                \
+  VALUE(X, double, SPEED, 0.0, "speed in the load case, rpm")              \
+  VALUE(X, double, TORQUE, 0.0, "torque in the load case, N m")            \
+  VALUE(X, double, STIFFNESS, 0.0, "stiffness in the load case, N m/rad")  \
+  VALUE(X, double, DAMPING, 0.0, "damping in the load case, N m s/rad")
+// clang-format on
+
+VERENWICK_TABLE(LINEARCOUPLING, LINEARCOUPLING_FIELDS)
+VERENWICK_TABLE_ID(LINEARCOUPLING, ILINEARCOUPLING)
+
+/// First row on the shaft with this id, 0 if there is none.
+std::int32_t GET_LINEARCOUPLING_ILINEARCOUPLING_SHAFTNODE(const LINEARCOUPLING_TABLE& table,
+                                                          std::int32_t shaftId);
+
+}  // namespace verenwick

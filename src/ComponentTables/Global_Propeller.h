@@ -1,0 +1,66 @@
+#pragma once
+
+#include <complex>
+#include <string>
+
+#include "ComponentTables/ComponentTable.h"
+
+/// Propellers.
+namespace verenwick {
+
+// clang-format off
+#define PROPELLER_FIELDS(VALUE, ARRAY, LIST, X)                                                                   \
+  VALUE(X, std::int32_t, PROPELLERNODE, 0, "id of the inertia it sits on")                                        \
+  VALUE(X, double, RPMRATIO, 1.0, "speed relative to the reference speed")                                        \
+  VALUE(X, double, MCRPOWER, 0.0, "power at maximum continuous rating, W")                                        \
+  VALUE(X, double, MCRSPEED, 0.0, "speed at maximum continuous rating, rpm")                                      \
+  VALUE(X, double, MCRTORQUE, 0.0, "torque at maximum continuous rating, N m")                                    \
+  VALUE(X, double, POWER, 0.0, "power in the load case, W")                                                       \
+  VALUE(X, double, SPEED, 0.0, "speed in the load case, rpm")                                                     \
+  VALUE(X, double, TORQUE, 0.0, "torque in the load case, N m")                                                   \
+  VALUE(X, double, BLADEFREQUENCY, 0.0, "SPEED times NBLADE, 1/min")                                              \
+  VALUE(X, double, DAMPING, 0.0, "damping for reports, N m s/rad")                                                \
+  VALUE(X, double, TORQUEAMP1, 0.0, "excitation torque at blade order, N m")                                      \
+  VALUE(X, double, TORQUEAMP2, 0.0, "excitation torque at twice the blade order, N m")                            \
+  VALUE(X, std::int32_t, NBLADE, 0, "number of blades")                                                           \
+  VALUE(X, double, DB, 0.0, "boss diameter, m")                                                                   \
+  VALUE(X, double, DI, 0.0, "propeller diameter, m")                                                              \
+  VALUE(X, double, PITCHRATIO, 0.0, "pitch ratio")                                                                \
+  VALUE(X, double, EXPAREARATIO, 0.0, "expanded area ratio")                                                      \
+  VALUE(X, double, INERTIAAIR, 0.0, "inertia in air, kg m2")                                                      \
+  VALUE(X, double, INERTIAWATER, 0.0, "inertia of the entrained water, kg m2")                                    \
+  VALUE(X, double, INERTIATOTAL, 0.0, "inertia in force, kg m2")                                                  \
+  VALUE(X, std::int32_t, DAMPINGMETHOD, 0, "1 Schwanecke, 2 Archer, 3 Frahm, 4 manual, 5 variable magnifier")     \
+  VALUE(X, double, ARCHERNUMBER, 0.0, "Archer's number")                                                          \
+  VALUE(X, double, FRAHMNUMBER, 0.0, "Frahm's number")                                                            \
+  VALUE(X, double, KNUCKLEPOINT, 0.0, "knuckle point, percent of MCRSPEED")                                       \
+  VALUE(X, bool, ISDUCTED, false, "ducted propeller")                                                             \
+  VALUE(X, bool, ISFIXEDPITCH, false, "fixed pitch")                                                              \
+  VALUE(X, double, PITCHPERCENT, 0.0, "pitch setting, fraction")                                                  \
+  VALUE(X, double, DYNMAGNIFIER, 0.0, "dynamic magnifier")                                                        \
+  VALUE(X, double, DYNMAGNIFIERFORKNUCKLEPOINT, 0.0, "dynamic magnifier at the knuckle point")                    \
+  VALUE(X, double, ABSDAMPING, 0.0, "damping in the load case, N m s/rad")                                        \
+  VALUE(X, double, TORQUEPERCENT1, 0.0, "torque at blade order, fraction of TORQUE")                              \
+  VALUE(X, double, TORQUEPERCENT2, 0.0, "torque at twice the blade order, fraction of TORQUE")                    \
+  VALUE(X, double, EXCITATIONPHASE, 0.0, "excitation phase, rad")                                                 \
+  VALUE(X, bool, CONSIDERPHASEANGLE, false, "use the phase of this propeller")                                    \
+  VALUE(X, bool, HASICEEXCITATION, false, "has ice excitation")                                                   \
+  VALUE(X, bool, ISTMAXCORRECTEDWITHACTUALSPEED, false, "below the first speed ratio, scale with speed")          \
+  VALUE(X, std::string, EXCITATIONFILE, {}, "ice excitation file")                                                \
+  ARRAY(X, double, SPEEDRATIO, 10, "speed ratios of the ice table, ascending")                                    \
+  VALUE(X, std::int32_t, NSPEEDRATIO, 0, "speed ratios in the ice file, at most 10")                              \
+  LIST(X, double, ICEHARMONICORDER, "harmonic order of each line of the ice table")                               \
+  LIST(X, double, ICECOSINE, "element (o-1) NSPEEDRATIO + s: cosine of line o at ratio s, N m")                   \
+  LIST(X, double, ICESINE, "the same for the sine; line 1 stays zero, N m")                                       \
+  LIST(X, std::complex<double>, ICEFOURIERCOEFFICIENT, "cosine and sine of line o + 1 at the current speed, N m") \
+  VALUE(X, double, ICEZEROORDERCOEFFICIENT, 0.0, "mean term at the current speed, N m")                           \
+  VALUE(X, bool, ISVARIABLEENTRAINEDWATER, false, "entrained water varies by load case")                          \
+  VALUE(X, std::string, VARIABLEENTRAINEDWATERFILE, {}, "file with one inertia a load case")                      \
+  LIST(X, double, VARIABLEENTRAINEDWATERTABLE, "entrained water by load case, kg m2")                             \
+  VALUE(X, std::int32_t, NLOADCASE, 0, "number of load cases")
+// clang-format on
+
+VERENWICK_TABLE(PROPELLER, PROPELLER_FIELDS)
+VERENWICK_TABLE_ID(PROPELLER, IPROPELLER)
+
+}  // namespace verenwick

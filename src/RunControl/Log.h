@@ -1,0 +1,43 @@
+#pragma once
+
+#include <concepts>
+#include <string>
+#include <string_view>
+
+#include "RunControl/Files.h"
+#include "RunControl/NumberText.h"
+
+namespace verenwick {
+
+/// The log "Verenwick.log" in the result directory. A record begins with one blank, its pieces
+/// follow one behind the other; one blank stands before a number except after "(".
+class Log {
+ public:
+  explicit Log(Opening opening);
+  bool isOpen() const { return writer_.isOpen(); }
+
+  template <class... Pieces>
+  void record(const Pieces&... pieces) {
+    std::string line = " ";
+    (append(line, pieces), ...);
+    writer_.writeLine(line);
+  }
+
+ private:
+  static void append(std::string& line, std::string_view text) { line += text; }
+  static void append(std::string& line, std::integral auto number) {
+    appendNumber(line, std::to_string(number));
+  }
+  static void append(std::string& line, double number) { appendNumber(line, shortestText(number)); }
+  static void appendNumber(std::string& line, std::string_view number);
+
+  TextWriter writer_;
+};
+
+/// Appends one record to the log.
+template <class... Pieces>
+void appendToLog(const Pieces&... pieces) {
+  Log(Opening::append).record(pieces...);
+}
+
+}  // namespace verenwick

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+/// In-place operations on text fields. A field's value is its content up to the last non-blank;
+/// the blank ends a word, the end of the field ends the text.
+namespace verenwick {
+
+/// Every tab becomes a blank and every comma a full stop, so that a comma is a decimal point in
+/// every input and data file.
+void STRINGDELETETAB(std::string& text);
+
+/// Leaves only the first word.
+void STRINGFIRSTWORD(std::string& text);
+
+/// Removes the first word; what follows moves to the front.
+void STRINGWITHOUTFIRSTWORD(std::string& text);
+
+/// Codes 97 to 122 become 65 to 90, all else stays.
+void STRINGUPCASE(std::string& text);
+
+/// Removes every blank.
+void STRINGADJUST(std::string& text);
+
+/// Number of blank-separated words among the first 100 characters.
+std::int32_t STRINGSPLITCOUNT(std::string_view text);
+
+/// Moves the text to the front of its field; the blanks before it go to the end.
+void shiftLeft(std::string& text);
+
+/// The value of a field.
+std::string_view withoutTrailingBlanks(std::string_view text);
+
+/// The first word of a text.
+std::string_view firstWord(std::string_view text);
+
+/// Whether a field holds nothing but blanks.
+bool isBlank(std::string_view text);
+
+}  // namespace verenwick
