@@ -4,7 +4,7 @@
 #include <string>
 
 #include "ComponentTables/ComponentTable.h"
-#include "ComponentTables/HarmonicData.h"
+#include "Excitation/HarmonicData.h"
 
 /// Diesel engines.
 namespace verenwick {

@@ -5,7 +5,7 @@
 
 #include "ComponentTables/ComponentTable.h"
 #include "ComponentTables/Global_Diesel.h"
-#include "ComponentTables/HarmonicData.h"
+#include "Excitation/HarmonicData.h"
 
 /// Reciprocating pumps.
 namespace verenwick {

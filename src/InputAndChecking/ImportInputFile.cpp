@@ -1,0 +1,153 @@
+#include "InputAndChecking/ImportInputFile.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <vector>
+
+#include "InputAndChecking/InputSections.h"
+
+namespace verenwick {
+namespace {
+
+constexpr std::string_view kLoadCaseKeyword = "LOADCASE";
+constexpr std::string_view kAngleBasedKeyword = "OUTPUTANGLEBASEDRESULTS";
+
+std::string keywordOf(const std::string& line) {
+  std::string word = line;
+  STRINGFIRSTWORD(word);
+  STRINGUPCASE(word);
+  return word;
+}
+
+/// Number of the section kind of a keyword, from 0; the number of kinds if it is none.
+std::size_t sectionOf(std::string_view keyword) {
+  const auto sections = inputSections();
+  const auto found = std::find_if(sections.begin(), sections.end(),
+                                  [&](const InputSection& s) { return s.keyword == keyword; });
+  return static_cast<std::size_t>(found - sections.begin());
+}
+
+/// What the first pass learns of the file.
+struct SectionCounts {
+  std::vector<std::int32_t> ofKind = std::vector<std::int32_t>(inputSections().size());
+  bool hasLoadCases = false;
+  /// Lines behind the LOADCASE line that aren't blank.
+  std::int32_t loadCaseLines = 0;
+};
+
+/// Counts the lines by their first word, lines inside sections included.
+SectionCounts countSections(const std::string& path, Log& log) {
+  SectionCounts counts;
+  InputReader in(path, log);
+  while (in.nextLine()) {
+    if (counts.hasLoadCases) {
+      counts.loadCaseLines += isBlank(in.line()) ? 0 : 1;
+      continue;
+    }
+    const std::string keyword = keywordOf(in.line());
+    if (keyword == kLoadCaseKeyword) {
+      counts.hasLoadCases = true;
+    } else if (const std::size_t kind = sectionOf(keyword); kind < counts.ofKind.size()) {
+      ++counts.ofKind[kind];
+      if (keyword == kAngleBasedKeyword) {
+        SET_OUTPUTANGLEBASEDRESULTS(true);
+      }
+    }
+  }
+  return counts;
+}
+
+/// Sizes the tables; kinds that don't occur stay unallocated.
+/// @returns the number of components that can have a column in the load case table
+std::int32_t sizeTables(const SectionCounts& counts, ModelBundle& model) {
+  releaseTables(model);
+  std::int32_t components = 0;
+  for (std::size_t kind = 0; kind < counts.ofKind.size(); ++kind) {
+    const InputSection& section = inputSections()[kind];
+    const std::int32_t count = counts.ofKind[kind];
+    if (section.allocate != nullptr && count > 0) {
+      section.allocate(model, count);
+    }
+    components += section.hasLoad ? count : 0;
+  }
+  if (counts.hasLoadCases) {
+    ALLOCATE_LOADCASE_TABLE(model.loadCase, components);
+  }
+  return components;
+}
+
+/// Reads one section into the next record of its kind.
+bool readSection(InputReader& in, ModelBundle& model, const InputSection& section,
+                 std::int32_t position, std::int32_t counted) {
+  in.beginSection(section.fields);
+  if (section.read == nullptr) {
+    in.log().record("Error: Section ", section.keyword, " in input file line ", in.lineNumber(),
+                    " is of a kind that can't be read yet");
+    return false;
+  }
+  // A section that stood in the first pass's load case table has no record.
+  return position <= counted ? section.read(in, model, position) : in.failKeywordLine();
+}
+
+/// Fills the tables in file order, up to the end of the file or through the load case table.
+bool fillTables(InputReader& in, const SectionCounts& counts, ModelBundle& model) {
+  std::vector<std::int32_t> read(counts.ofKind.size());
+  while (in.nextLine()) {
+    const std::string keyword = keywordOf(in.line());
+    if (keyword == kLoadCaseKeyword) {
+      return readLoadCases(in, model);
+    }
+    const std::size_t kind = sectionOf(keyword);
+    if (kind < read.size() &&
+        !readSection(in, model, inputSections()[kind], ++read[kind], counts.ofKind[kind])) {
+      return false;
+    }
+  }
+  return true;
+}
+
+/// The part of the read during which the log is open.
+bool readFile(const std::string& path, Log& log, ModelBundle& model, bool& wantsGensetFile) {
+  if (!ISFILEACCESSABLE(path)) {
+    log.record("error occurs when accessing the input file", path);
+    return false;
+  }
+  const SectionCounts counts = countSections(path, log);
+  const std::int32_t components = sizeTables(counts, model);
+  if (counts.hasLoadCases && components == 0) {
+    log.record("Error occurs when reading loadcase settings data : No load setting defined");
+    return false;
+  }
+  InputReader in(path, log);
+  // Two of the lines are the headers of the table.
+  in.state.loadCases = counts.hasLoadCases ? counts.loadCaseLines - 2 : 0;
+  if (!fillTables(in, counts, model)) {
+    return false;
+  }
+  copySpeedRatios(model);
+  wantsGensetFile = model.diesel.isAllocated() && in.state.isGenset == 1 && in.state.loadCases > 0;
+  return true;
+}
+
+}  // namespace
+
+bool ISFILEACCESSABLE(const std::string& path) { return isReadableFile(path); }
+
+bool READINPUTFILE(const std::string& path, ModelBundle& model) {
+  SET_OUTPUTANGLEBASEDRESULTS(false);
+  bool wantsGensetFile = false;
+  {
+    Log log(Opening::replace);
+    if (!log.isOpen()) {
+      std::fprintf(stderr, "** Log file can't be written: %s\n",
+                   resultFileAddress("Verenwick.log").c_str());
+      return false;
+    }
+    if (!readFile(path, log, model, wantsGensetFile)) {
+      return false;
+    }
+  }
+  return !wantsGensetFile || readGensetFile(model);
+}
+
+}  // namespace verenwick

@@ -1,0 +1,69 @@
+#include "InputAndChecking/InputSections.h"
+
+#include <array>
+
+namespace verenwick {
+namespace {
+
+/// Table sizing of a kind by its member of the bundle.
+template <auto Table>
+void allocate(ModelBundle& model, std::int32_t count) {
+  (model.*Table).allocate(count);
+}
+
+bool nothingToRead(InputReader& /*in*/, ModelBundle& /*model*/, std::int32_t /*position*/) {
+  return true;
+}
+
+using M = ModelBundle;
+
+constexpr std::array kSections = {
+    InputSection{"OUTPUTANGLEBASEDRESULTS", "", false, nullptr, nothingToRead},
+    InputSection{"INERTIA", "Id, RpmRatio, Inertia, AbsDamping, DynMagnifier", false,
+                 allocate<&M::mass>, readInertia},
+    InputSection{"SHAFT",
+                 "Id, OrgNode, DesNode, RpmRatio, Stiffness, AbsDamping, DynMagnifier, OuterDi, "
+                 "InnerDi, ShaftTypeFlag, ComponentIdFlag",
+                 false, allocate<&M::shaft>, readShaft},
+    InputSection{"VISCOUSDAMPER", "Id", true, allocate<&M::viscousDamper>, nullptr},
+    InputSection{"RUBBERDAMPER", "Id", true, allocate<&M::rubberDamper>, nullptr},
+    InputSection{"STEELSPRINGDAMPER", "Id", true, allocate<&M::steelSpringDamper>, nullptr},
+    InputSection{"LINEARCOUPLING", "Id", true, allocate<&M::linearCoupling>, nullptr},
+    InputSection{"PROGRESSIVECOUPLING", "Id", true, allocate<&M::progressiveCoupling>, nullptr},
+    InputSection{"GEISLINGERCOUPLING", "Id", true, allocate<&M::geislingerCoupling>, nullptr},
+    InputSection{"DIESEL", "Id", true, allocate<&M::diesel>, nullptr},
+    InputSection{"ELECTRICMOTOR", "Id", true, allocate<&M::electricMotor>, nullptr},
+    InputSection{"GASTURBINE", "Id", true, allocate<&M::gasTurbine>, nullptr},
+    InputSection{"STEAMTURBINE", "Id", true, allocate<&M::steamTurbine>, nullptr},
+    InputSection{"PROPELLER", "Id", true, allocate<&M::propeller>, nullptr},
+    InputSection{"PROPELLERICE", "PropellerIce Id", false, nullptr, nullptr},
+    InputSection{"GENERATOR", "Id", true, allocate<&M::generator>, nullptr},
+    InputSection{"CENTRIFUGALPUMP", "Id", true, allocate<&M::centrifugalPump>, nullptr},
+    InputSection{"RECIPROCATINGPUMP", "Id, PumpName", true, allocate<&M::reciprocatingPump>,
+                 nullptr},
+};
+
+}  // namespace
+
+std::span<const InputSection> inputSections() { return kSections; }
+
+void markInertia(ModelBundle& model, std::int32_t node, MassType massType, ComponentType owner,
+                 std::int32_t ownerId) {
+  const std::int32_t position = GET_MASS_IMASS(model.mass, node);
+  if (position > 0) {
+    SET_MASS_MASSTYPE(model.mass, position, massType);
+    SET_MASS_COMPONENTTYPE(model.mass, position, owner);
+    SET_MASS_COMPONENTID(model.mass, position, ownerId);
+  }
+}
+
+void markShaft(ModelBundle& model, std::int32_t position, ShaftType shaftType, ComponentType owner,
+               std::int32_t ownerId) {
+  if (position > 0) {
+    SET_SHAFT_SHAFTTYPE(model.shaft, position, shaftType);
+    SET_SHAFT_COMPONENTTYPE(model.shaft, position, owner);
+    SET_SHAFT_COMPONENTID(model.shaft, position, ownerId);
+  }
+}
+
+}  // namespace verenwick

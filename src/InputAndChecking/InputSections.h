@@ -1,0 +1,50 @@
+#pragma once
+
+#include <span>
+#include <string_view>
+
+#include "InputAndChecking/InputReader.h"
+
+namespace verenwick {
+
+/// A kind of section of the input file.
+struct InputSection {
+  std::string_view keyword;
+  /// Field list of the keyword line, as its message names it.
+  std::string_view fields;
+  /// Whether the component can have a column in the load case table.
+  bool hasLoad;
+  /// Sizes the kind's table; null for a section that has no table of its own.
+  void (*allocate)(ModelBundle& model, std::int32_t count);
+  /// Reads the section, its keyword line being the reader's current line, into the record at a
+  /// position; writes its message and returns false where it can't be read.
+  bool (*read)(InputReader& in, ModelBundle& model, std::int32_t position);
+};
+
+/// All sections but LOADCASE, in the order in which a line's first word is compared with them.
+std::span<const InputSection> inputSections();
+
+bool readInertia(InputReader& in, ModelBundle& model, std::int32_t position);
+bool readShaft(InputReader& in, ModelBundle& model, std::int32_t position);
+
+/// Reads the load case table, the reader's current line being its keyword.
+bool readLoadCases(InputReader& in, ModelBundle& model);
+
+/// Reads "Genset.txt" in the result directory.
+bool readGensetFile(ModelBundle& model);
+
+/// Gives each component the speed ratio of the inertia or shaft that it sits on.
+void copySpeedRatios(ModelBundle& model);
+
+/// Makes the inertia at a node part of a component; a node that is not in the table is passed over.
+void markInertia(ModelBundle& model, std::int32_t node, MassType massType, ComponentType owner,
+                 std::int32_t ownerId);
+
+/// Makes the shaft at a position part of a component; position 0 is passed over.
+void markShaft(ModelBundle& model, std::int32_t position, ShaftType shaftType, ComponentType owner,
+               std::int32_t ownerId);
+
+/// Torque at maximum continuous rating in N m from power in W and speed in rpm.
+inline double ratedTorque(double power, double rpm) { return power / (kPi * rpm / 30.0); }
+
+}  // namespace verenwick

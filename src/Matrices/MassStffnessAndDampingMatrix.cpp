@@ -1,0 +1,145 @@
+#include "Matrices/MassStffnessAndDampingMatrix.h"
+
+#include <string>
+
+#include "RunControl/RunStopped.h"
+
+namespace verenwick {
+namespace {
+
+/// Largest order of the dense eigenproblem: three arrays of this order squared take 600 MB.
+constexpr std::int32_t kLargestFreeOrder = 5000;
+
+std::size_t index(std::int32_t position) { return static_cast<std::size_t>(position) - 1; }
+
+/// Damping of one inertia to ground: absolute, or by magnifier.
+void addMassDamping(const ModelBundle& model, std::int32_t row, ShaftLineMatrices& system) {
+  const double ratio = GET_MASS_RPMRATIO(model.mass, row);
+  const double magnifier = GET_MASS_DYNMAGNIFIER(model.mass, row);
+  if (magnifier == 0.0) {
+    system.CA[index(row)] = GET_MASS_ABSDAMPING(model.mass, row) * (ratio * ratio);
+  } else {
+    system.CAR[index(row)] =
+        (GET_MASS_INERTIAEFFECTIVE(model.mass, row) / magnifier) * (ratio * ratio);
+  }
+}
+
+void BUILDMASSANDMASSDAMPINGMATRIX(bool IsFreeVibration, const ModelBundle& model,
+                                   ShaftLineMatrices& system) {
+  const auto order = static_cast<std::size_t>(system.N);
+  system.D.assign(order, 0.0);
+  system.M.assign(order, 0.0);
+  system.CA.assign(order, 0.0);
+  system.CAR.assign(order, 0.0);
+  std::int32_t n = 0;
+  for (std::int32_t row = 1; row <= model.mass.number(); ++row) {
+    if (IsFreeVibration && GET_MASS_MASSTYPE(model.mass, row) == MassType::viscousDamperRing) {
+      continue;
+    }
+    ++n;
+    const double ratio = GET_MASS_RPMRATIO(model.mass, row);
+    system.M[index(n)] = GET_MASS_INERTIAEFFECTIVE(model.mass, row) * (ratio * ratio);
+    if (!IsFreeVibration) {
+      addMassDamping(model, row, system);
+    }
+  }
+}
+
+/// Stiffness and damping of one shaft at an excitation order.
+struct ShaftValues {
+  double stiffness;
+  double damping;
+  double magnifier;
+};
+
+ShaftValues shaftValues(const ModelBundle& model, std::int32_t row) {
+  return {GET_SHAFT_STIFFNESSDYNAMIC(model.shaft, row), GET_SHAFT_ABSDAMPING(model.shaft, row),
+          GET_SHAFT_DYNMAGNIFIER(model.shaft, row)};
+}
+
+void BUILDSTIFFNESSANDSTIFFNESSDAMPINGMATRIX(bool IsFreeVibration, const ModelBundle& model,
+                                             ShaftLineMatrices& system) {
+  const auto order = static_cast<std::size_t>(system.N);
+  const auto entries = static_cast<std::size_t>(system.NNZ);
+  system.V.assign(IsFreeVibration ? order * order : 0, 0.0);
+  for (auto* values : {&system.K, &system.CR, &system.CRR}) {
+    values->assign(entries, 0.0);
+  }
+  for (auto* indices : {&system.ROWIND, &system.COLIND}) {
+    indices->assign(entries, 0);
+    for (std::int32_t i = 1; i <= system.N; ++i) {
+      (*indices)[index(i)] = i;
+    }
+  }
+  const auto degreeOfFreedom = [&](std::int32_t node) {
+    return IsFreeVibration ? GET_MASS_NNOTVISCOUSDAMPERRINGSHAFT(model.mass, node)
+                           : GET_MASS_IMASS(model.mass, node);
+  };
+  std::size_t pair = order;
+  for (std::int32_t row = 1; row <= model.shaft.number(); ++row) {
+    if (IsFreeVibration &&
+        GET_SHAFT_SHAFTTYPE(model.shaft, row) == ShaftType::viscousDamperLink) {
+      continue;
+    }
+    const std::int32_t i = degreeOfFreedom(GET_SHAFT_ORGNODE(model.shaft, row));
+    const std::int32_t j = degreeOfFreedom(GET_SHAFT_DESNODE(model.shaft, row));
+    if (i < 1 || j < 1 || pair + 2 > entries) {
+      throw RunStopped("** The shafts do not join the inertias to a tree");
+    }
+    const ShaftValues shaft = shaftValues(model, row);
+    const double ratio = GET_SHAFT_RPMRATIO(model.shaft, row);
+    const auto enter = [&](std::vector<double>& values, double value) {
+      values[index(i)] += value;
+      values[index(j)] += value;
+      values[pair] = -value;
+      values[pair + 1] = -value;
+    };
+    enter(system.K, shaft.stiffness * (ratio * ratio));
+    if (!IsFreeVibration && shaft.magnifier == 0.0) {
+      enter(system.CR, shaft.damping * (ratio * ratio));
+    } else if (!IsFreeVibration) {
+      enter(system.CRR, (shaft.stiffness / shaft.magnifier) * (ratio * ratio));
+    }
+    system.ROWIND[pair] = system.COLIND[pair + 1] = i;
+    system.COLIND[pair] = system.ROWIND[pair + 1] = j;
+    pair += 2;
+  }
+  if (pair != entries) {
+    throw RunStopped("** The shafts do not join the inertias to a tree");
+  }
+}
+
+}  // namespace
+
+void MASSANDSHAFTTABLEPREPARATION(bool /*IsFreeVibration*/, ModelBundle& model,
+                                  std::int32_t /*loadCase*/) {
+  for (std::int32_t i = 1; i <= model.mass.number(); ++i) {
+    SET_MASS_INERTIAEFFECTIVE(model.mass, i, GET_MASS_INERTIA(model.mass, i));
+  }
+  for (std::int32_t s = 1; s <= model.shaft.number(); ++s) {
+    SET_SHAFT_STIFFNESSDYNAMIC(model.shaft, s, GET_SHAFT_STIFFNESS(model.shaft, s));
+  }
+}
+
+void CALCUALTEMASSSTIFFNESSMATRIXDIMENSION(bool IsFreeVibration, const MASS_TABLE& mass,
+                                           std::int32_t& N, std::int32_t& NNZ) {
+  N = IsFreeVibration ? GET_MASS_NUMBERNONEVISCOUSDAMPERRINGMASS(mass) : GET_MASS_NUMBER(mass);
+  NNZ = 3 * N - 2;
+}
+
+void BUILDMASSSTIFFNESSANDDAMPINGMATRIX(bool IsFreeVibration, const ModelBundle& model,
+                                        double /*excitationOrder*/, ShaftLineMatrices& system) {
+  CALCUALTEMASSSTIFFNESSMATRIXDIMENSION(IsFreeVibration, model.mass, system.N, system.NNZ);
+  if (system.N < 1) {
+    throw RunStopped("** The model has no inertia to calculate with");
+  }
+  if (IsFreeVibration && system.N > kLargestFreeOrder) {
+    throw RunStopped("** " + std::to_string(system.N) +
+                     " inertias are too many for the free vibration calculation, at most " +
+                     std::to_string(kLargestFreeOrder));
+  }
+  BUILDMASSANDMASSDAMPINGMATRIX(IsFreeVibration, model, system);
+  BUILDSTIFFNESSANDSTIFFNESSDAMPINGMATRIX(IsFreeVibration, model, system);
+}
+
+}  // namespace verenwick

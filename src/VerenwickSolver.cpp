@@ -1,0 +1,102 @@
+#include <cstdio>
+#include <exception>
+#include <optional>
+#include <string>
+
+#include "ComponentTables/ModelBundle.h"
+#include "FreeVibration/FreeVibration.h"
+#include "InputAndChecking/ImportInputFile.h"
+#include "RunControl/Global_Parameter.h"
+#include "RunControl/Log.h"
+#include "RunControl/RunStopped.h"
+#include "RunControl/StringOperation.h"
+#include "verenwick.h"
+
+namespace verenwick {
+namespace {
+
+/// What a run calculates.
+enum CalculationMode : std::int32_t { reportsOnly = 0, freeOnly = 1, forcedOnly = 2, both = 3 };
+
+/// A text from the host: the lowest byte of each element is a character. None if the text is
+/// longer than a path may be, or missing.
+std::optional<std::string> unpack(const std::int32_t* characters, const std::int32_t* length) {
+  if (length == nullptr || (characters == nullptr && *length > 0)) {
+    return std::nullopt;
+  }
+  std::string text;
+  if (*length > static_cast<std::int32_t>(kPathLength)) {
+    return std::nullopt;
+  }
+  for (std::int32_t i = 0; i < *length; ++i) {
+    text.push_back(static_cast<char>(static_cast<std::uint32_t>(characters[i]) & 0xFFU));
+  }
+  return text;
+}
+
+/// Puts the words of a stopped run to standard error and into the log.
+void reportStop(const char* words) {
+  std::fprintf(stderr, "%s\n", words);
+  appendToLog(words);
+}
+
+/// The steps of a run behind a checked model.
+void calculate(ModelBundle& model, std::int32_t mode) {
+  if (mode == reportsOnly) {
+    return;
+  }
+  if (mode != forcedOnly) {
+    FREEVIBRATIONCALCULATION(model);
+  }
+}
+
+void run(const std::optional<std::string>& inputFileDir,
+         const std::optional<std::string>& inputFileName,
+         const std::optional<std::string>& resultFileDir, std::int32_t mode,
+         std::int32_t& inputStatus) {
+  if (!resultFileDir) {
+    std::fprintf(stderr, "** Result directory is missing or longer than %zu characters\n",
+                 kPathLength);
+    return;
+  }
+  std::string resultDirectory = *resultFileDir;
+  SETRESULTFILEDIR(resultDirectory, static_cast<std::int32_t>(resultDirectory.size()));
+  if (!inputFileDir || !inputFileName) {
+    Log(Opening::replace)
+        .record("Error: Input file path is missing or longer than ", kPathLength, " characters");
+    return;
+  }
+  std::string inputDirectory = *inputFileDir;
+  ModelBundle model;
+  if (!READINPUTFILE(FILEFULLADDRESS(inputDirectory, *inputFileName), model)) {
+    return;
+  }
+  inputStatus = 1;
+  calculate(model, mode);
+}
+
+}  // namespace
+
+extern "C" void VERENWICKSOLVER(const std::int32_t* inputFileDir,
+                                const std::int32_t* inputFileDirLength,
+                                const std::int32_t* inputFileName,
+                                const std::int32_t* inputFileNameLength,
+                                const std::int32_t* resultFileDir,
+                                const std::int32_t* resultFileDirLength, std::int32_t* inputStatus,
+                                const std::int32_t* calculationMode) {
+  std::int32_t status = 0;
+  try {
+    run(unpack(inputFileDir, inputFileDirLength), unpack(inputFileName, inputFileNameLength),
+        unpack(resultFileDir, resultFileDirLength),
+        calculationMode != nullptr ? *calculationMode : reportsOnly, status);
+  } catch (const std::exception& stop) {
+    reportStop(stop.what());
+  } catch (...) {
+    reportStop("** Run stopped by an unknown failure");
+  }
+  if (inputStatus != nullptr) {
+    *inputStatus = status;
+  }
+}
+
+}  // namespace verenwick

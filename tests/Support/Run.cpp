@@ -1,0 +1,87 @@
+#include "Support/Run.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstring>
+#include <fstream>
+#include <sstream>
+#include <stdexcept>
+
+#include "verenwick.h"
+
+namespace verenwick::test {
+namespace fs = std::filesystem;
+
+TemporaryDirectory::TemporaryDirectory() {
+  std::string name = (fs::temp_directory_path() / "verenwick-XXXXXX").string();
+  if (mkdtemp(name.data()) == nullptr) {
+    throw std::runtime_error("no temporary directory");
+  }
+  path_ = name;
+}
+
+TemporaryDirectory::~TemporaryDirectory() {
+  std::error_code ignored;
+  fs::remove_all(path_, ignored);
+}
+
+std::string TemporaryDirectory::write(const std::string& name, const std::string& text) const {
+  std::ofstream(path_ / name, std::ios::binary) << text;
+  return file(name);
+}
+
+std::string readText(const fs::path& path) {
+  std::ifstream in(path, std::ios::binary);
+  std::ostringstream text;
+  text << in.rdbuf();
+  return text.str();
+}
+
+std::vector<double> readRecords(const fs::path& path) {
+  const std::string bytes = readText(path);
+  std::vector<double> values(bytes.size() / sizeof(double));
+  std::memcpy(values.data(), bytes.data(), values.size() * sizeof(double));
+  return values;
+}
+
+std::vector<std::string> filesIn(const fs::path& directory) {
+  std::vector<std::string> names;
+  for (const auto& entry : fs::directory_iterator(directory)) {
+    names.push_back(entry.path().filename().string());
+  }
+  std::sort(names.begin(), names.end());
+  return names;
+}
+
+std::int32_t callSolver(const std::string& inputDir, const std::string& inputName,
+                        const std::string& resultDir, std::int32_t mode) {
+  const auto packed = [](const std::string& text) {
+    std::vector<std::int32_t> characters(text.begin(), text.end());
+    return characters;
+  };
+  const auto dir = packed(inputDir);
+  const auto name = packed(inputName);
+  const auto result = packed(resultDir);
+  const auto dirLength = static_cast<std::int32_t>(dir.size());
+  const auto nameLength = static_cast<std::int32_t>(name.size());
+  const auto resultLength = static_cast<std::int32_t>(result.size());
+  std::int32_t status = -1;
+  VERENWICKSOLVER(dir.data(), &dirLength, name.data(), &nameLength, result.data(), &resultLength,
+                  &status, &mode);
+  return status;
+}
+
+Run::Run(std::string inputText, std::int32_t mode) { start(std::move(inputText), mode); }
+
+void Run::start(std::string inputText, std::int32_t mode) {
+  const std::string here = "@DIR@";
+  for (auto at = inputText.find(here); at != std::string::npos; at = inputText.find(here)) {
+    inputText.replace(at, here.size(), directory_.path().string());
+  }
+  directory_.write("input.txt", inputText);
+  fs::create_directory(results());
+  status_ = callSolver(directory_.path().string(), "input.txt", results().string(), mode);
+}
+
+}  // namespace verenwick::test
