@@ -77,13 +77,11 @@ void run(const std::optional<std::string>& inputFileDir,
 
 }  // namespace
 
-extern "C" void VERENWICKSOLVER(const std::int32_t* inputFileDir,
-                                const std::int32_t* inputFileDirLength,
-                                const std::int32_t* inputFileName,
-                                const std::int32_t* inputFileNameLength,
-                                const std::int32_t* resultFileDir,
-                                const std::int32_t* resultFileDirLength, std::int32_t* inputStatus,
-                                const std::int32_t* calculationMode) {
+extern "C" VERENWICK_API void VERENWICKSOLVER(
+    const std::int32_t* inputFileDir, const std::int32_t* inputFileDirLength,
+    const std::int32_t* inputFileName, const std::int32_t* inputFileNameLength,
+    const std::int32_t* resultFileDir, const std::int32_t* resultFileDirLength,
+    std::int32_t* inputStatus, const std::int32_t* calculationMode) {
   std::int32_t status = 0;
   try {
     run(unpack(inputFileDir, inputFileDirLength), unpack(inputFileName, inputFileNameLength),

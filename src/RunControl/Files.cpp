@@ -100,9 +100,9 @@ void TextWriter::close() {
   }
 }
 
-DirectAccessFile::DirectAccessFile(std::string path)
+DirectAccessFile::DirectAccessFile(const results::ResultFile& file)
     : unit_(GETFILEID()),
-      path_(std::move(path)),
+      path_(resultFileAddress(file.name)),
       stream_(nativePath(path_), std::ios::binary | std::ios::out | std::ios::trunc) {
   if (!stream_) {
     stopAt(path_);

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "RunControl/Global_Parameter.h"
+#include "results/ResultFileTable.h"
 
 /// The file layer: the one place that knows the platform. Every opened file has a unit number of
 /// its own.
@@ -62,8 +63,8 @@ class TextWriter {
 /// opening. Neighbouring records are joined into one write.
 class DirectAccessFile {
  public:
-  /// Throws RunStopped when the file can't be opened.
-  explicit DirectAccessFile(std::string path);
+  /// Opens the file in the result directory; throws RunStopped when it can't be opened.
+  explicit DirectAccessFile(const results::ResultFile& file);
   /// A failed write is latched and reported by close().
   void write(std::int64_t record, double value);
   void write(std::int64_t record, std::span<const double> values);

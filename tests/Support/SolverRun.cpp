@@ -1,4 +1,4 @@
-#include "Support/Run.h"
+#include "Support/SolverRun.h"
 
 #include <unistd.h>
 
@@ -72,9 +72,11 @@ std::int32_t callSolver(const std::string& inputDir, const std::string& inputNam
   return status;
 }
 
-Run::Run(std::string inputText, std::int32_t mode) { start(std::move(inputText), mode); }
+SolverRun::SolverRun(std::string inputText, std::int32_t mode) {
+  start(std::move(inputText), mode);
+}
 
-void Run::start(std::string inputText, std::int32_t mode) {
+void SolverRun::start(std::string inputText, std::int32_t mode) {
   const std::string here = "@DIR@";
   for (auto at = inputText.find(here); at != std::string::npos; at = inputText.find(here)) {
     inputText.replace(at, here.size(), directory_.path().string());

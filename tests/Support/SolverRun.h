@@ -33,10 +33,10 @@ std::vector<double> readRecords(const std::filesystem::path& path);
 std::vector<std::string> filesIn(const std::filesystem::path& directory);
 
 /// One run of the main entry; the input file lies beside the result directory, not in it.
-class Run {
+class SolverRun {
  public:
   /// Replaces "@DIR@" in the text by the directory that holds the input file.
-  explicit Run(std::string inputText, std::int32_t mode = 1);
+  explicit SolverRun(std::string inputText, std::int32_t mode = 1);
 
   std::int32_t status() const { return status_; }
   /// The words of the log.
@@ -48,7 +48,7 @@ class Run {
   const TemporaryDirectory& directory() const { return directory_; }
 
   /// A run whose input needs files beside it: write them, then start.
-  Run() = default;
+  SolverRun() = default;
   void start(std::string inputText, std::int32_t mode = 1);
 
  private:

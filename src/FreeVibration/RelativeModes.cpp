@@ -1,0 +1,108 @@
+#include "FreeVibration/RelativeModes.h"
+
+#include <cmath>
+
+#include "RunControl/Files.h"
+
+namespace verenwick {
+namespace {
+
+std::size_t size(std::int32_t count) { return static_cast<std::size_t>(count); }
+
+/// Degree of freedom of each inertia row in the free problem, from 0; none for a ring.
+constexpr std::int32_t kNone = -1;
+std::vector<std::int32_t> degreesOfFreedom(const MASS_TABLE& mass) {
+  std::vector<std::int32_t> dof;
+  std::int32_t next = 0;
+  for (std::int32_t i = 1; i <= mass.number(); ++i) {
+    const bool isRing = GET_MASS_MASSTYPE(mass, i) == MassType::viscousDamperRing;
+    dof.push_back(isRing ? kNone : next++);
+  }
+  return dof;
+}
+
+/// The component of largest magnitude among the inertias of a kind, with its sign; 0 if there is
+/// none that moves.
+double largestOf(const MASS_TABLE& mass, MassType kind, std::span<const std::int32_t> dof,
+                 std::span<const double> mode) {
+  double largest = 0.0;
+  double reference = 0.0;
+  for (std::int32_t i = 1; i <= mass.number(); ++i) {
+    if (GET_MASS_MASSTYPE(mass, i) != kind) {
+      continue;
+    }
+    const double value = mode[size(dof[size(i) - 1])];
+    if (std::fabs(value) > largest) {
+      largest = std::fabs(value);
+      reference = value;
+    }
+  }
+  return reference;
+}
+
+double referenceOf(const ModelBundle& model, std::span<const std::int32_t> dof,
+                   std::span<const double> mode) {
+  if (model.diesel.isAllocated()) {
+    return largestOf(model.mass, MassType::dieselCylinder, dof, mode);
+  }
+  if (model.propeller.isAllocated()) {
+    return largestOf(model.mass, MassType::propeller, dof, mode);
+  }
+  return mode.front();
+}
+
+void writeModes(const results::ResultFile& row, std::span<const double> values) {
+  DirectAccessFile file(row);
+  file.write(1, values);
+  file.close();
+}
+
+}  // namespace
+
+std::vector<double> RELATIVEINERTIADEFLECTION(const ModelBundle& model, std::int32_t N,
+                                              std::span<const double> V) {
+  const std::int32_t inertias = GET_MASS_NUMBER(model.mass);
+  const std::vector<std::int32_t> dof = degreesOfFreedom(model.mass);
+  std::vector<double> RELATIVEDEFLECTION(size(N - 1) * size(inertias));
+  // The mode at the real speed of each inertia, not at the reference speed.
+  std::vector<double> mode(size(N));
+  for (std::int32_t m = 2; m <= N; ++m) {
+    const auto referred = V.subspan(size(m - 1) * size(N), size(N));
+    for (std::int32_t i = 1; i <= inertias; ++i) {
+      if (const std::int32_t d = dof[size(i) - 1]; d != kNone) {
+        mode[size(d)] = referred[size(d)] * GET_MASS_RPMRATIO(model.mass, i);
+      }
+    }
+    const double reference = referenceOf(model, dof, mode);
+    for (std::int32_t i = 1; i <= inertias; ++i) {
+      if (const std::int32_t d = dof[size(i) - 1]; d != kNone) {
+        RELATIVEDEFLECTION[size(m - 2) * size(inertias) + size(i) - 1] = mode[size(d)] / reference;
+      }
+    }
+  }
+  writeModes(results::resultFile("RelativeDeflection.bin"), RELATIVEDEFLECTION);
+  return RELATIVEDEFLECTION;
+}
+
+std::vector<double> RELATIVEINERTIATORQUE(const ModelBundle& model, std::int32_t N,
+                                          std::span<const double> RELATIVEDEFLECTION) {
+  const auto inertias = size(GET_MASS_NUMBER(model.mass));
+  const std::int32_t shafts = GET_SHAFT_NUMBER(model.shaft);
+  std::vector<double> RELATIVETORQUE(size(N - 1) * size(shafts));
+  for (std::int32_t s = 1; s <= shafts; ++s) {
+    if (GET_SHAFT_SHAFTTYPE(model.shaft, s) == ShaftType::viscousDamperLink) {
+      continue;
+    }
+    const auto i = size(GET_MASS_IMASS(model.mass, GET_SHAFT_ORGNODE(model.shaft, s))) - 1;
+    const auto j = size(GET_MASS_IMASS(model.mass, GET_SHAFT_DESNODE(model.shaft, s))) - 1;
+    const double stiffness = GET_SHAFT_STIFFNESS(model.shaft, s);
+    for (std::size_t m = 0; m < size(N - 1); ++m) {
+      const auto mode = RELATIVEDEFLECTION.subspan(m * inertias, inertias);
+      RELATIVETORQUE[m * size(shafts) + size(s) - 1] = stiffness * (mode[i] - mode[j]);
+    }
+  }
+  writeModes(results::resultFile("RelativeTorque.bin"), RELATIVETORQUE);
+  return RELATIVETORQUE;
+}
+
+}  // namespace verenwick
