@@ -16,8 +16,8 @@ void TANGENTIALFORCEGAS(std::span<double> pressure, std::span<const double> phi,
 void RADIALFORCEGAS(std::span<double> pressure, std::span<const double> phi, double lambda);
 
 /// Tangential factor of the oscillating mass, dimensionless: times crank radius, reciprocating mass
-/// and the square of the angular speed it is the inertia force at the crank pin, against the
-/// rotation.
+/// and the square of the angular speed it is the force that accelerates the mass. The inertia force
+/// is its negative.
 void TANGENTIALOSCILLATINGMASS(std::span<double> factor, std::span<const double> phi,
                                double lambda);
 
