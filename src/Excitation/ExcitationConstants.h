@@ -14,7 +14,7 @@ constexpr double kPeakSlopeFourStroke = single(0.8F);
 constexpr double kLowestShareOfRated = single(0.3F);
 constexpr double kInletSlopeTwoStroke = single(1.24F);
 constexpr double kInletSlopeFourStroke = single(1.28F);
-constexpr double kCompressionSlope = single(1.32F);
+constexpr double kCompressionSlope = single(1.3199999F);  ///< one step below 1.32
 
 // Theoretical cylinder pressure.
 constexpr double kGasConstant = single(286.72F);          ///< J/(kg K)

@@ -3,6 +3,7 @@
 #include <cstddef>
 
 #include "ComputationsSrc/CylinderExcitations.h"
+#include "Excitation/GasMassForceReport.h"
 #include "RunControl/CallerArguments.h"
 #include "RunControl/Constants.h"
 #include "include/verenwick.h"
@@ -49,21 +50,28 @@ extern "C" VERENWICK_API void CALCULATETANGENTIALRADIALFORCE(
                    TANGENTIALGASFORCE, radialForce, RADIALMASSFORCE, RADIALGASFORCE)) {
     return;
   }
-  CALCULATETANGENTIALRADIALFORCE({.rotatingMass = *rotatingMass,
-                                  .recipMass = *recipMass,
-                                  .referencePressure = *referencePressure,
-                                  .lambda = *lambda,
-                                  .speed = *speed,
-                                  .stroke = *stroke,
-                                  .diameter = *diameter},
-                                 callerArray(phi, *nPoints),
-                                 callerArray(CYLINDERPRESSURES, *nPoints),
-                                 {.tangentialForce = callerArray(tangentialForce, *nPoints),
-                                  .TANGENTIALMASSFORCE = callerArray(TANGENTIALMASSFORCE, *nPoints),
-                                  .TANGENTIALGASFORCE = callerArray(TANGENTIALGASFORCE, *nPoints),
-                                  .radialForce = callerArray(radialForce, *nPoints),
-                                  .RADIALMASSFORCE = callerArray(RADIALMASSFORCE, *nPoints),
-                                  .RADIALGASFORCE = callerArray(RADIALGASFORCE, *nPoints)});
+  const CrankDrive drive{.rotatingMass = *rotatingMass,
+                         .recipMass = *recipMass,
+                         .referencePressure = *referencePressure,
+                         .lambda = *lambda,
+                         .speed = *speed,
+                         .stroke = *stroke,
+                         .diameter = *diameter};
+  const std::span<const double> pressures = callerArray(CYLINDERPRESSURES, *nPoints);
+  const CrankForces forces{.tangentialForce = callerArray(tangentialForce, *nPoints),
+                           .TANGENTIALMASSFORCE = callerArray(TANGENTIALMASSFORCE, *nPoints),
+                           .TANGENTIALGASFORCE = callerArray(TANGENTIALGASFORCE, *nPoints),
+                           .radialForce = callerArray(radialForce, *nPoints),
+                           .RADIALMASSFORCE = callerArray(RADIALMASSFORCE, *nPoints),
+                           .RADIALGASFORCE = callerArray(RADIALGASFORCE, *nPoints)};
+  CALCULATETANGENTIALRADIALFORCE(drive, callerArray(phi, *nPoints), pressures, forces);
+  if constexpr (kWritesGasMassForceReport) {
+    try {
+      writeGasMassForceReport(drive, pressures, forces);
+    } catch (...) {  // the forces are good without their report
+      return;
+    }
+  }
 }
 
 }  // namespace verenwick
