@@ -9,7 +9,10 @@ constexpr double single(float value) { return static_cast<double>(value); }
 
 /// Rounds to single precision and widens again, where a formula keeps seven digits only.
 inline double roundedToSingle(double value) {
-  return static_cast<double>(static_cast<float>(value));
+  // Volatile, since GCC 12 loses the rounding where it joins two of these into one vector
+  // operation.
+  const volatile float rounded = static_cast<float>(value);
+  return static_cast<double>(rounded);
 }
 
 constexpr double kPi = 3.141592653589793;

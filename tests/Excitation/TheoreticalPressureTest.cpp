@@ -110,7 +110,7 @@ TEST(TheoreticalPressure, MeanTangentialPressureIsTheCurvesOwnWork) {
 
 TEST(TheoreticalPressure, HarmonicsAreOfThePublishedSize) {
   // Resultants as shares of the mean indicated pressure: orders 1 to 8 of large two-strokes, orders
-  // 0.5 to 3 of fast four-strokes. Engines differ; ours lie within a third below and a tenth above.
+  // 0.5 to 3 of fast four-strokes. Engines differ; ours come to 0.80 to 0.97 of these.
   const std::vector<double> two{1.05, 0.96, 0.72, 0.52, 0.345, 0.228, 0.147, 0.085};
   const std::vector<double> four{0.385, 0.613, 0.480, 0.447, 0.362, 0.305};
   for (const CylinderPressureInput& in : {sample::twoStroke(), sample::fourStroke()}) {
@@ -119,8 +119,8 @@ TEST(TheoreticalPressure, HarmonicsAreOfThePublishedSize) {
     const auto& published = in.nStroke == 2 ? two : four;
     for (std::size_t k = 0; k < published.size(); ++k) {
       const double factor = 2 * std::abs(c[k + 1]) / result.mip / published[k];
-      EXPECT_GT(factor, 0.67) << in.nStroke << "-stroke, harmonic " << k + 1;
-      EXPECT_LT(factor, 1.10) << in.nStroke << "-stroke, harmonic " << k + 1;
+      EXPECT_GT(factor, 0.75) << in.nStroke << "-stroke, harmonic " << k + 1;
+      EXPECT_LT(factor, 1.05) << in.nStroke << "-stroke, harmonic " << k + 1;
       RecordProperty("stroke" + std::to_string(in.nStroke) + "harmonic" + std::to_string(k + 1),
                      std::to_string(factor));
     }
