@@ -4,6 +4,7 @@
 #include <string>
 
 #include "ComponentTables/ComponentTable.h"
+#include "ComponentTables/Global_LoadCaseGenset.h"
 #include "Excitation/HarmonicData.h"
 
 /// Diesel engines.
@@ -13,6 +14,26 @@ namespace verenwick {
 inline constexpr std::int32_t kMaxCylinders = 20;
 /// Design limit: harmonic orders of an engine or pump.
 inline constexpr std::int32_t kMaxOrders = 24;
+
+/// What a cylinder does. The input file may hold any other number, which fires nothing.
+enum FiringStatus : std::int32_t {
+  normalFiring = 1,
+  onlyCompression = 2,
+  exhaustValveOpen = 3,
+  pistonRemoved = 4,
+  partialFiring = 5
+};
+
+/// How bank B fires after bank A: 0 consecutively, 1 non-consecutively, 2 either. Any other number
+/// is kept as 2.
+class VeeFiringType {
+ public:
+  VeeFiringType(std::int32_t type = 0) : type_(type == 0 || type == 1 ? type : 2) {}
+  operator std::int32_t() const { return type_; }
+
+ private:
+  std::int32_t type_;
+};
 
 /// Fourier coefficients of the tangential gas pressure of one cylinder row by order index, Pa.
 struct CylinderGas {
@@ -34,7 +55,7 @@ struct CylinderGas {
   VALUE(X, double, MIPLIMIT, 0.0, "limit of the mean indicated pressure, multiple of the rated one")          \
   VALUE(X, bool, ISVENGINE, false, "has banks A and B")                                                       \
   VALUE(X, double, VANGLE, 0.0, "bank angle, degrees")                                                        \
-  VALUE(X, std::int32_t, VEEFIRINGTYPE, 0, "bank B fires 0 consecutively, 1 not, 2 either")                   \
+  VALUE(X, VeeFiringType, VEEFIRINGTYPE, {}, "bank B fires consecutively after bank A or not")                 \
   VALUE(X, bool, ISGENSET, false, "pressures come from the genset table")                                     \
   VALUE(X, std::int32_t, NLOADCASE, 0, "number of load cases")                                                \
   VALUE(X, std::int32_t, ILOADCASE, 0, "current load case")                                                   \
@@ -85,8 +106,8 @@ struct CylinderGas {
   VALUE(X, double, ANGLEEXHAUSTSTART, 0.0, "exhaust opens, degrees of crank")                                 \
   VALUE(X, double, ANGLEINLETSTART, 0.0, "inlet opens, degrees of crank")                                     \
   VALUE(X, double, ANGLEINLETCLOSE, 0.0, "inlet closes, degrees of crank")                                    \
-  VALUE(X, HarmonicData, NORMAL, {}, "harmonic data of normal firing")                                        \
-  VALUE(X, HarmonicData, MISFIRING, {}, "harmonic data of misfiring")                                         \
+  VALUE(X, SharedHarmonicData, NORMAL, {}, "harmonic data of normal firing")                                  \
+  VALUE(X, SharedHarmonicData, MISFIRING, {}, "harmonic data of misfiring")                                   \
   VALUE(X, bool, ISFORMULADAMPING, false, "damping by the power laws below")                                  \
   VALUE(X, double, CYLABSDAMPING, 0.0, "coefficient of the cylinder damping")                                 \
   VALUE(X, double, EXPCYLABSDAMPING, 0.0, "exponent of the cylinder damping")                                 \
@@ -96,5 +117,98 @@ struct CylinderGas {
 
 VERENWICK_TABLE(DIESEL, DIESEL_FIELDS)
 VERENWICK_TABLE_ID(DIESEL, IDIESEL)
+
+// Lookups and counts
+
+/// Position of the last engine that has an inertia among its cylinders; 0 if none has.
+std::int32_t GET_DIESEL_IDIESEL_BASEDON_CYLINDERINDEX(const DIESEL_TABLE& table,
+                                                      std::int32_t inertiaId);
+
+/// Cylinder row of an inertia in an engine; 0 if it has none.
+std::int32_t GET_DIESEL_ICYLINDER(const DIESEL_TABLE& table, std::int32_t iDiesel,
+                                  std::int32_t inertiaId);
+
+/// Whether any engine has formula damping.
+bool GET_DIESEL_CONTAINFORMULADAMPING(const DIESEL_TABLE& table);
+
+/// Cylinders that fire, fully or partially.
+std::int32_t GET_DIESEL_NFIRINGCYLINDER(const DIESEL_TABLE& table, std::int32_t iDiesel);
+
+/// Factor on the power of the fully firing cylinders that makes up for the partially firing ones.
+double GET_DIESEL_POWERCYLPERCENTINCREASED(const DIESEL_TABLE& table, std::int32_t iDiesel);
+
+/// Harmonic orders of every engine: 20 whole ones, or 24 half ones as soon as one engine is
+/// four-stroke; 0 without engines.
+std::int32_t GET_DIESEL_NCYLFOURIERCOEFFICIENTS(const DIESEL_TABLE& table);
+
+/// The orders by order index.
+std::vector<double> GET_DIESEL_HARMONICORDER(const DIESEL_TABLE& table);
+
+// Harmonic data files
+
+/// Reads the harmonic files that the engines name; a blank name is passed over.
+/// @param status set true before a file is opened, false where one can't be read, which ends the
+///               reading; the log says why. Left as it is when no engine names a file.
+void LOADHALDORINFILE(DIESEL_TABLE& table, bool& status);
+
+/// Coefficients of the tangential pressure from the harmonic files, one an order row, Pa.
+/// @param mip mean indicated pressure, Pa
+std::vector<std::complex<double>> GETNORMALFIRINGHARMONICDATA(const DIESEL_TABLE& table,
+                                                              std::int32_t iDiesel, double mip);
+std::vector<std::complex<double>> GETMISFIRINGHARMONICDATA(const DIESEL_TABLE& table,
+                                                           std::int32_t iDiesel, double mip);
+
+// Operating point. No result is checked: a zero speed or rating gives infinities and not-a-numbers.
+
+/// Sets TORQUE from POWER and SPEED.
+void CALCULATE_DIESEL_TORQUE(DIESEL_TABLE& table, std::int32_t iDiesel);
+
+/// Sets LOADPERCENTAGE from TORQUE and MCRTORQUE.
+void CALCULATE_DIESEL_LOADPERCENTAGE(DIESEL_TABLE& table, std::int32_t iDiesel);
+
+/// Largest cylinder power, W.
+double CALCULATE_DIESEL_NORMALCYLPOWER(const DIESEL_TABLE& table, std::int32_t iDiesel);
+
+/// Rated mean effective pressure, Pa, the power shared by the firing cylinders or by all.
+double CALCULATE_DIESEL_MEPMCR(const DIESEL_TABLE& table, std::int32_t iDiesel,
+                               bool useFiringCount);
+
+/// Sets the pressures of one cylinder at the operating point: MEPRPM and MIPRPM, and by the
+/// pressure model also PCHARGEAIRRPM, PCOMPRPM and PMAXRPM.
+/// @param iCylinder cylinder row; 0 for the engine as a whole
+void CALCULATE_DIESEL_LOADCASESETTING(DIESEL_TABLE& table, std::int32_t iDiesel,
+                                      const LOADCASEGENSET_TABLE& genset, std::int32_t iCylinder,
+                                      bool isBankA);
+
+/// Formula damping of a cylinder to ground and of a crank throw, N m s/rad; 0 for position 0 and
+/// for an engine without.
+/// @param speedFactor excitation order at which the damping is taken
+double CALCULATE_DIESEL_DAMPING_CYLINDER(const DIESEL_TABLE& table, std::int32_t iDiesel,
+                                         double speedFactor);
+double CALCULATE_DIESEL_DAMPING_CRANKTHROW(const DIESEL_TABLE& table, std::int32_t iDiesel,
+                                           double speedFactor);
+
+// Excitation
+
+/// Stores the pressure coefficients of one cylinder and the engine's mass factor at the operating
+/// point.
+/// @param iCylinder cylinder row, 1 to NCYLINDER
+void CALCULATE_DIESEL_FOURIERCOEFFICIENT(DIESEL_TABLE& table, std::int32_t iDiesel,
+                                         const LOADCASEGENSET_TABLE& genset, std::int32_t iCylinder,
+                                         bool isBankA);
+
+/// The same for all cylinders of an engine, bank B after bank A in each row of a V engine. The mass
+/// factor is computed once, and a pressure curve once for all cylinders that run at equal inputs;
+/// the stored digits are those of the cylinders one by one.
+void CALCULATE_DIESEL_FOURIERCOEFFICIENTS(DIESEL_TABLE& table, std::int32_t iDiesel,
+                                          const LOADCASEGENSET_TABLE& genset);
+
+/// Torque coefficients of one cylinder row by order index, N m, against the crank angle from top
+/// dead centre of its bank A cylinder; bank B is contained with its shift. The torque is the sum of
+/// 2 (Re cos - Im sin). Valid for the operating point at which the row's pressure coefficients
+/// were stored.
+std::vector<std::complex<double>> CALCULATE_DIESEL_CYLFOURIERCOEFFICIENTS(const DIESEL_TABLE& table,
+                                                                          std::int32_t iDiesel,
+                                                                          std::int32_t iCylinder);
 
 }  // namespace verenwick

@@ -57,7 +57,7 @@ struct PumpCylinderGas {
   ARRAY(X, double, SIMPLIFIEDORDER, kMaxOrders, "order of the table by order index")                           \
   ARRAY(X, std::complex<double>, TORQUEAMP, kMaxOrders, "torque coefficient of the table by order index, N m") \
   VALUE(X, std::string, PUMPHARMONICFILE, {}, "harmonic file")                                                 \
-  VALUE(X, HarmonicData, NORMAL, {}, "harmonic data")
+  VALUE(X, SharedHarmonicData, NORMAL, {}, "harmonic data")
 // clang-format on
 
 VERENWICK_TABLE(RECIPROCATINGPUMP, RECIPROCATINGPUMP_FIELDS)
