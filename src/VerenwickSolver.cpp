@@ -5,6 +5,7 @@
 
 #include "ComponentTables/ModelBundle.h"
 #include "FreeVibration/FreeVibration.h"
+#include "InputAndChecking/DataFiles.h"
 #include "InputAndChecking/ImportInputFile.h"
 #include "RunControl/Global_Parameter.h"
 #include "RunControl/Log.h"
@@ -69,6 +70,9 @@ void run(const std::optional<std::string>& inputFileDir,
   std::string inputDirectory = *inputFileDir;
   ModelBundle model;
   if (!READINPUTFILE(FILEFULLADDRESS(inputDirectory, *inputFileName), model)) {
+    return;
+  }
+  if (!loadDataFiles(model)) {
     return;
   }
   inputStatus = 1;

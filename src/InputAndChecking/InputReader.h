@@ -92,6 +92,9 @@ struct Word {
 
 }  // namespace target
 
+/// Names of components are cut at this length.
+inline constexpr std::size_t kNameLength = 20;
+
 inline target::Integer integer(std::int32_t& value) { return {value}; }
 inline target::Integers integers(std::span<std::int32_t> values) { return {values}; }
 inline target::Flag flag(bool& value) { return {value}; }

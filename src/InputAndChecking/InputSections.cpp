@@ -31,7 +31,7 @@ constexpr std::array kSections = {
     InputSection{"LINEARCOUPLING", "Id", true, allocate<&M::linearCoupling>, nullptr},
     InputSection{"PROGRESSIVECOUPLING", "Id", true, allocate<&M::progressiveCoupling>, nullptr},
     InputSection{"GEISLINGERCOUPLING", "Id", true, allocate<&M::geislingerCoupling>, nullptr},
-    InputSection{"DIESEL", "Id", true, allocate<&M::diesel>, nullptr},
+    InputSection{"DIESEL", "Id", true, allocate<&M::diesel>, readDiesel},
     InputSection{"ELECTRICMOTOR", "Id", true, allocate<&M::electricMotor>, nullptr},
     InputSection{"GASTURBINE", "Id", true, allocate<&M::gasTurbine>, nullptr},
     InputSection{"STEAMTURBINE", "Id", true, allocate<&M::steamTurbine>, nullptr},
