@@ -12,11 +12,33 @@ constexpr std::int32_t kLargestFreeOrder = 5000;
 
 std::size_t index(std::int32_t position) { return static_cast<std::size_t>(position) - 1; }
 
-/// Damping of one inertia to ground: absolute, or by magnifier.
-void addMassDamping(const ModelBundle& model, std::int32_t row, ShaftLineMatrices& system) {
+/// Position of the engine whose formula damps a row of its own; 0 if there is none.
+std::int32_t formulaDampingEngine(const ModelBundle& model, std::int32_t id) {
+  const std::int32_t iDiesel = GET_DIESEL_IDIESEL(model.diesel, id);
+  return iDiesel >= 1 && GET_DIESEL_ISFORMULADAMPING(model.diesel, iDiesel) ? iDiesel : 0;
+}
+
+std::int32_t cylinderFormulaEngine(const ModelBundle& model, std::int32_t row) {
+  const bool isCylinder = GET_MASS_MASSTYPE(model.mass, row) == MassType::dieselCylinder &&
+                          GET_MASS_COMPONENTTYPE(model.mass, row) == ComponentType::diesel;
+  return isCylinder ? formulaDampingEngine(model, GET_MASS_COMPONENTID(model.mass, row)) : 0;
+}
+
+std::int32_t crankThrowFormulaEngine(const ModelBundle& model, std::int32_t row) {
+  const bool isThrow = GET_SHAFT_SHAFTTYPE(model.shaft, row) == ShaftType::crankThrow &&
+                       GET_SHAFT_COMPONENTTYPE(model.shaft, row) == ComponentType::diesel;
+  return isThrow ? formulaDampingEngine(model, GET_SHAFT_COMPONENTID(model.shaft, row)) : 0;
+}
+
+/// Damping of one inertia to ground: by the engine's formula, absolute, or by magnifier.
+void addMassDamping(const ModelBundle& model, std::int32_t row, double excitationOrder,
+                    ShaftLineMatrices& system) {
   const double ratio = GET_MASS_RPMRATIO(model.mass, row);
   const double magnifier = GET_MASS_DYNMAGNIFIER(model.mass, row);
-  if (magnifier == 0.0) {
+  if (const std::int32_t iDiesel = cylinderFormulaEngine(model, row); iDiesel > 0) {
+    system.CA[index(row)] =
+        CALCULATE_DIESEL_DAMPING_CYLINDER(model.diesel, iDiesel, excitationOrder) * (ratio * ratio);
+  } else if (magnifier == 0.0) {
     system.CA[index(row)] = GET_MASS_ABSDAMPING(model.mass, row) * (ratio * ratio);
   } else {
     system.CAR[index(row)] =
@@ -25,7 +47,7 @@ void addMassDamping(const ModelBundle& model, std::int32_t row, ShaftLineMatrice
 }
 
 void BUILDMASSANDMASSDAMPINGMATRIX(bool IsFreeVibration, const ModelBundle& model,
-                                   ShaftLineMatrices& system) {
+                                   double excitationOrder, ShaftLineMatrices& system) {
   const auto order = static_cast<std::size_t>(system.N);
   system.D.assign(order, 0.0);
   system.M.assign(order, 0.0);
@@ -40,7 +62,7 @@ void BUILDMASSANDMASSDAMPINGMATRIX(bool IsFreeVibration, const ModelBundle& mode
     const double ratio = GET_MASS_RPMRATIO(model.mass, row);
     system.M[index(n)] = GET_MASS_INERTIAEFFECTIVE(model.mass, row) * (ratio * ratio);
     if (!IsFreeVibration) {
-      addMassDamping(model, row, system);
+      addMassDamping(model, row, excitationOrder, system);
     }
   }
 }
@@ -52,13 +74,22 @@ struct ShaftValues {
   double magnifier;
 };
 
-ShaftValues shaftValues(const ModelBundle& model, std::int32_t row) {
-  return {GET_SHAFT_STIFFNESSDYNAMIC(model.shaft, row), GET_SHAFT_ABSDAMPING(model.shaft, row),
-          GET_SHAFT_DYNMAGNIFIER(model.shaft, row)};
+ShaftValues shaftValues(bool IsFreeVibration, const ModelBundle& model, std::int32_t row,
+                        double excitationOrder) {
+  ShaftValues shaft{GET_SHAFT_STIFFNESSDYNAMIC(model.shaft, row),
+                    GET_SHAFT_ABSDAMPING(model.shaft, row),
+                    GET_SHAFT_DYNMAGNIFIER(model.shaft, row)};
+  if (IsFreeVibration) {
+    return shaft;
+  }
+  if (const std::int32_t iDiesel = crankThrowFormulaEngine(model, row); iDiesel > 0) {
+    shaft.damping = CALCULATE_DIESEL_DAMPING_CRANKTHROW(model.diesel, iDiesel, excitationOrder);
+  }
+  return shaft;
 }
 
 void BUILDSTIFFNESSANDSTIFFNESSDAMPINGMATRIX(bool IsFreeVibration, const ModelBundle& model,
-                                             ShaftLineMatrices& system) {
+                                             double excitationOrder, ShaftLineMatrices& system) {
   const auto order = static_cast<std::size_t>(system.N);
   const auto entries = static_cast<std::size_t>(system.NNZ);
   system.V.assign(IsFreeVibration ? order * order : 0, 0.0);
@@ -77,8 +108,7 @@ void BUILDSTIFFNESSANDSTIFFNESSDAMPINGMATRIX(bool IsFreeVibration, const ModelBu
   };
   std::size_t pair = order;
   for (std::int32_t row = 1; row <= model.shaft.number(); ++row) {
-    if (IsFreeVibration &&
-        GET_SHAFT_SHAFTTYPE(model.shaft, row) == ShaftType::viscousDamperLink) {
+    if (IsFreeVibration && GET_SHAFT_SHAFTTYPE(model.shaft, row) == ShaftType::viscousDamperLink) {
       continue;
     }
     const std::int32_t i = degreeOfFreedom(GET_SHAFT_ORGNODE(model.shaft, row));
@@ -86,7 +116,7 @@ void BUILDSTIFFNESSANDSTIFFNESSDAMPINGMATRIX(bool IsFreeVibration, const ModelBu
     if (i < 1 || j < 1 || pair + 2 > entries) {
       throw RunStopped("** The shafts do not join the inertias to a tree");
     }
-    const ShaftValues shaft = shaftValues(model, row);
+    const ShaftValues shaft = shaftValues(IsFreeVibration, model, row, excitationOrder);
     const double ratio = GET_SHAFT_RPMRATIO(model.shaft, row);
     const auto enter = [&](std::vector<double>& values, double value) {
       values[index(i)] += value;
@@ -128,7 +158,7 @@ void CALCUALTEMASSSTIFFNESSMATRIXDIMENSION(bool IsFreeVibration, const MASS_TABL
 }
 
 void BUILDMASSSTIFFNESSANDDAMPINGMATRIX(bool IsFreeVibration, const ModelBundle& model,
-                                        double /*excitationOrder*/, ShaftLineMatrices& system) {
+                                        double excitationOrder, ShaftLineMatrices& system) {
   CALCUALTEMASSSTIFFNESSMATRIXDIMENSION(IsFreeVibration, model.mass, system.N, system.NNZ);
   if (system.N < 1) {
     throw RunStopped("** The model has no inertia to calculate with");
@@ -138,8 +168,8 @@ void BUILDMASSSTIFFNESSANDDAMPINGMATRIX(bool IsFreeVibration, const ModelBundle&
                      " inertias are too many for the free vibration calculation, at most " +
                      std::to_string(kLargestFreeOrder));
   }
-  BUILDMASSANDMASSDAMPINGMATRIX(IsFreeVibration, model, system);
-  BUILDSTIFFNESSANDSTIFFNESSDAMPINGMATRIX(IsFreeVibration, model, system);
+  BUILDMASSANDMASSDAMPINGMATRIX(IsFreeVibration, model, excitationOrder, system);
+  BUILDSTIFFNESSANDSTIFFNESSDAMPINGMATRIX(IsFreeVibration, model, excitationOrder, system);
 }
 
 }  // namespace verenwick
