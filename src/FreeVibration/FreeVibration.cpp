@@ -2,6 +2,7 @@
 
 #include "ComputationsSrc/FreeUndampedVibrations.h"
 #include "FreeVibration/RelativeModes.h"
+#include "FreeVibration/VectorSums.h"
 #include "Matrices/MassStffnessAndDampingMatrix.h"
 #include "RunControl/Files.h"
 
@@ -20,6 +21,9 @@ void FREEVIBRATIONCALCULATION(ModelBundle& model) {
   frequencies.close();
   const std::vector<double> deflection = RELATIVEINERTIADEFLECTION(model, system.N, system.V);
   RELATIVEINERTIATORQUE(model, system.N, deflection);
+  if (model.diesel.isAllocated()) {
+    VECTORSUMS(model.mass, model.diesel, system.N, system.D, deflection);
+  }
 }
 
 }  // namespace verenwick
