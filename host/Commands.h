@@ -1,0 +1,22 @@
+#pragma once
+
+#include <CLI/CLI.hpp>
+#include <stdexcept>
+
+/// The subcommands of the program. Each registers itself on the program with its options and runs
+/// as its callback; `status` takes the exit status: 0, or 1 for what is wrong with the data.
+namespace verenwick::host {
+
+/// Wrong usage that only shows when a command runs: exit status 2.
+class UsageError : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+/// verenwick run INPUT: one run of the solver and what an engineer wants to see of it first.
+void addRunCommand(CLI::App& program, int& status);
+
+/// verenwick show DIR NAME: any result file as a table.
+void addShowCommand(CLI::App& program, int& status);
+
+}  // namespace verenwick::host
