@@ -29,6 +29,12 @@ class ComponentTable {
       index_.emplace_hint(index_.end(), 0, position);
     }
   }
+  /// Adds one record at the end of an allocated table.
+  void append() {
+    records_->emplace_back();
+    ids_.push_back(0);
+    index_.emplace(0, number());
+  }
   void deallocate() {
     records_.reset();
     ids_.clear();

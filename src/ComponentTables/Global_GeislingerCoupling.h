@@ -31,4 +31,24 @@ VERENWICK_TABLE_ID(GEISLINGERCOUPLING, IGEISLINGERCOUPLING)
 std::int32_t GET_GEISLINGERCOUPLING_IGEISLINGERCOUPLING_SHAFTNODE(
     const GEISLINGERCOUPLING_TABLE& table, std::int32_t shaftId);
 
+/// Stiffness in N m/rad at an order of SPEEDEXCITATION: the oil between the springs stiffens the
+/// coupling with the frequency. The static stiffness at a frequency of 0 or below.
+/// @param q excitation order
+double CALCULATE_GEISLINGERCOUPLING_STIFFNESSDYNAMIC(const GEISLINGERCOUPLING_TABLE& table,
+                                                     std::int32_t row, double q);
+
+/// Damping in N m s/rad at an order of SPEEDEXCITATION, by the row's damping type: from the
+/// relative damping of its oil supply and design, or from the magnifier. 0 for a type, supply or
+/// design that isn't known, and without a magnifier where that is what counts.
+/// @param g dynamic magnifier of the shaft
+/// @param q excitation order
+double CALCULATE_GEISLINGERCOUPLING_DAMPING(const GEISLINGERCOUPLING_TABLE& table, std::int32_t row,
+                                            double g, double q);
+
+/// Sets STIFFNESS and DAMPING of the load case.
+/// @param g dynamic magnifier of the shaft
+/// @param q excitation order
+void CALCULATE_GEISLINGERCOUPLING_LOADCASESETTING(GEISLINGERCOUPLING_TABLE& table, std::int32_t row,
+                                                  double g, double q);
+
 }  // namespace verenwick

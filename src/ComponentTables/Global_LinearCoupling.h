@@ -25,4 +25,18 @@ VERENWICK_TABLE_ID(LINEARCOUPLING, ILINEARCOUPLING)
 std::int32_t GET_LINEARCOUPLING_ILINEARCOUPLING_SHAFTNODE(const LINEARCOUPLING_TABLE& table,
                                                           std::int32_t shaftId);
 
+/// Stiffness at load, N m/rad: the nominal one.
+double GET_LINEARCOUPLING_STIFFNESSDYNAMIC(const LINEARCOUPLING_TABLE& table, std::int32_t row);
+
+/// Damping in N m s/rad at an order of the row's speed; 0 without a magnifier.
+/// @param g dynamic magnifier of the shaft
+/// @param q excitation order
+double CALCULATE_LINEARCOUPLING_DAMPING(const LINEARCOUPLING_TABLE& table, std::int32_t row,
+                                        double g, double q);
+
+/// Sets STIFFNESS and DAMPING of the load case, the damping at the first order.
+/// @param g dynamic magnifier of the shaft
+void CALCULATE_LINEARCOUPLING_LOADCASESETTING(LINEARCOUPLING_TABLE& table, std::int32_t row,
+                                              double g);
+
 }  // namespace verenwick

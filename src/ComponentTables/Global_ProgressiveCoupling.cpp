@@ -1,5 +1,7 @@
 #include "ComponentTables/Global_ProgressiveCoupling.h"
 
+#include "RunControl/Constants.h"
+
 namespace verenwick {
 
 std::int32_t GET_PROGRESSIVECOUPLING_IPROGRESSIVECOUPLING_SHAFTNODE(
@@ -7,6 +9,38 @@ std::int32_t GET_PROGRESSIVECOUPLING_IPROGRESSIVECOUPLING_SHAFTNODE(
   return firstPosition(table, [&](std::int32_t i) {
     return GET_PROGRESSIVECOUPLING_SHAFTNODE(table, i) == shaftId;
   });
+}
+
+double GET_PROGRESSIVECOUPLING_STIFFNESSDYNAMIC(const PROGRESSIVECOUPLING_TABLE& table,
+                                                std::int32_t row, double torque) {
+  const auto& torques = table.at(row).NOMINALTORQUE;
+  const auto& stiffnesses = table.at(row).NOMINALSTIFFNESS;
+  std::size_t hi = 1;
+  while (hi + 1 < torques.size() && torque > torques[hi]) {
+    ++hi;
+  }
+  const std::size_t lo = hi - 1;
+  return stiffnesses[lo] +
+         (stiffnesses[hi] - stiffnesses[lo]) * (torque - torques[lo]) / (torques[hi] - torques[lo]);
+}
+
+double CALCULATE_PROGRESSIVECOUPLING_DAMPING(const PROGRESSIVECOUPLING_TABLE& table,
+                                             std::int32_t row, double g, double q) {
+  if (g == 0.0) {
+    return 0.0;
+  }
+  const double stiffness = GET_PROGRESSIVECOUPLING_STIFFNESSDYNAMIC(
+      table, row, GET_PROGRESSIVECOUPLING_TORQUE(table, row));
+  return stiffness / (g * angularSpeed(GET_PROGRESSIVECOUPLING_SPEED(table, row)) * q);
+}
+
+void CALCULATE_PROGRESSIVECOUPLING_LOADCASESETTING(PROGRESSIVECOUPLING_TABLE& table,
+                                                   std::int32_t row, double g) {
+  SET_PROGRESSIVECOUPLING_STIFFNESS(table, row,
+                                    GET_PROGRESSIVECOUPLING_STIFFNESSDYNAMIC(
+                                        table, row, GET_PROGRESSIVECOUPLING_TORQUE(table, row)));
+  SET_PROGRESSIVECOUPLING_DAMPING(table, row,
+                                  CALCULATE_PROGRESSIVECOUPLING_DAMPING(table, row, g, 1.0));
 }
 
 }  // namespace verenwick

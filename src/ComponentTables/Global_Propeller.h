@@ -63,4 +63,65 @@ namespace verenwick {
 VERENWICK_TABLE(PROPELLER, PROPELLER_FIELDS)
 VERENWICK_TABLE_ID(PROPELLER, IPROPELLER)
 
+/// How a propeller's damping is found, DAMPINGMETHOD.
+enum class PropellerDamping : std::int32_t {
+  schwanecke = 1,
+  archer = 2,
+  frahm = 3,
+  manual = 4,   ///< by the dynamic magnifier
+  variable = 5  ///< by the magnifier of the knuckle point, growing below it
+};
+
+/// Sets INERTIATOTAL: the inertia in air and that of the entrained water, which in the forced
+/// problem may go with the load case.
+void CALCULATE_PROPELLER_INERTIATOTAL(bool IsFreeVibration, PROPELLER_TABLE& table,
+                                      std::int32_t row, std::int32_t loadCase);
+
+/// Entrained water of a load case by the row's table, kg m2. A load case beyond NLOADCASE takes
+/// INERTIAWATER, and a line goes to the log.
+double CALCULATE_PROPELLER_CURRENTINERTIAWATER(const PROPELLER_TABLE& table, std::int32_t row,
+                                               std::int32_t loadCase);
+
+/// Estimates INERTIAWATER in kg m2 from the geometry where it is missing; does nothing where it is
+/// given or the geometry is incomplete.
+void CALCULATE_PROPELLER_INERTIAWATER(PROPELLER_TABLE& table, std::int32_t row);
+
+/// Sets ABSDAMPING in N m s/rad by the row's method at its SPEED and TORQUE, and returns it; 0 for
+/// an unknown method.
+double CALCULATE_PROPELLER_ABSDAMPING(PROPELLER_TABLE& table, std::int32_t row);
+
+/// Damping in N m s/rad by one method at the row's SPEED and TORQUE. The manual and the variable
+/// method take the inertia in air and in plain water, whatever the load case; the variable one also
+/// sets DYNMAGNIFIER. Without their magnifier both give 0.
+double CALCULATE_PROPELLER_SCHWANECHEDAMPING(const PROPELLER_TABLE& table, std::int32_t row);
+double CALCULATE_PROPELLER_ARCHERDAMPING(const PROPELLER_TABLE& table, std::int32_t row);
+double CALCULATE_PROPELLER_FRAHMDAMPING(const PROPELLER_TABLE& table, std::int32_t row);
+double CALCULATE_PROPELLER_MANUALDAMPING(const PROPELLER_TABLE& table, std::int32_t row);
+double CALCULATE_PROPELLER_VARIABLEDAMPING(PROPELLER_TABLE& table, std::int32_t row);
+
+/// Sets damping, blade frequency and blade order torques from POWER, SPEED and TORQUE.
+void CALCULATE_PROPELLER_LOADCASESETTING(PROPELLER_TABLE& table, std::int32_t row);
+
+/// SPEED over MCRSPEED.
+double CALCULATE_SPEEDRATIO(const PROPELLER_TABLE& table, std::int32_t row);
+
+/// Lines of the ice table of a propeller: the mean term, then four harmonics a blade.
+std::int32_t GET_PROPELLER_NICEFOURIERORDERS(const PROPELLER_TABLE& table, std::int32_t row);
+
+/// Number of ice harmonics of the model, those of the first propeller in ice; 0 without one.
+std::int32_t GET_PROPELLERICEHARMONICORDERNUMBER(const PROPELLER_TABLE& table);
+
+/// Whether any propeller wants its phase considered; ice excitation in the model forbids it.
+bool GET_PROPELLER_ISMODELCONSIDERPHASEANGLE(const PROPELLER_TABLE& table);
+
+/// Sets ICEZEROORDERCOEFFICIENT and ICEFOURIERCOEFFICIENT at the row's SPEED from the ice table:
+/// linear between its speed ratios, along the last two above them. Below the first one the first
+/// column holds, or where that is asked for a line to the origin.
+void CALCULATE_PROPELLER_FOURIERCOEFFICIENT(PROPELLER_TABLE& table, std::int32_t row);
+
+/// Ice harmonic of an order from 1 at the current speed, N m; zero for an order that the row's ice
+/// table doesn't hold.
+std::complex<double> iceHarmonic(const PROPELLER_TABLE& table, std::int32_t row,
+                                 std::int32_t order);
+
 }  // namespace verenwick

@@ -67,6 +67,14 @@ void BUILDMASSANDMASSDAMPINGMATRIX(bool IsFreeVibration, const ModelBundle& mode
   }
 }
 
+/// Position of the Geislinger coupling on a shaft; 0 if there is none.
+std::int32_t geislingerCoupling(const ModelBundle& model, std::int32_t row) {
+  return GET_SHAFT_SHAFTTYPE(model.shaft, row) == ShaftType::geislingerCoupling
+             ? GET_GEISLINGERCOUPLING_IGEISLINGERCOUPLING_SHAFTNODE(model.geislingerCoupling,
+                                                                    GET_SHAFT_ID(model.shaft, row))
+             : 0;
+}
+
 /// Stiffness and damping of one shaft at an excitation order.
 struct ShaftValues {
   double stiffness;
@@ -74,6 +82,9 @@ struct ShaftValues {
   double magnifier;
 };
 
+/// The free problem takes the values of the row. In the forced problem those of some shafts go with
+/// the excitation frequency; a shaft whose component isn't in its table keeps the values of its
+/// row.
 ShaftValues shaftValues(bool IsFreeVibration, const ModelBundle& model, std::int32_t row,
                         double excitationOrder) {
   ShaftValues shaft{GET_SHAFT_STIFFNESSDYNAMIC(model.shaft, row),
@@ -81,6 +92,13 @@ ShaftValues shaftValues(bool IsFreeVibration, const ModelBundle& model, std::int
                     GET_SHAFT_DYNMAGNIFIER(model.shaft, row)};
   if (IsFreeVibration) {
     return shaft;
+  }
+  if (const std::int32_t coupling = geislingerCoupling(model, row); coupling > 0) {
+    const GEISLINGERCOUPLING_TABLE& table = model.geislingerCoupling;
+    shaft.stiffness =
+        CALCULATE_GEISLINGERCOUPLING_STIFFNESSDYNAMIC(table, coupling, excitationOrder);
+    shaft.damping =
+        CALCULATE_GEISLINGERCOUPLING_DAMPING(table, coupling, shaft.magnifier, excitationOrder);
   }
   if (const std::int32_t iDiesel = crankThrowFormulaEngine(model, row); iDiesel > 0) {
     shaft.damping = CALCULATE_DIESEL_DAMPING_CRANKTHROW(model.diesel, iDiesel, excitationOrder);
@@ -139,16 +157,64 @@ void BUILDSTIFFNESSANDSTIFFNESSDAMPINGMATRIX(bool IsFreeVibration, const ModelBu
   }
 }
 
+/// Linear and progressive couplings are as stiff as the load makes them; the free problem keeps the
+/// stiffness of the shaft.
+void prepareCouplings(ModelBundle& model) {
+  const auto setStiffness = [&](std::int32_t shaftId, double stiffness) {
+    const std::int32_t row = GET_SHAFT_ISHAFT(model.shaft, shaftId);
+    if (row > 0) {
+      SET_SHAFT_STIFFNESSDYNAMIC(model.shaft, row, stiffness);
+    }
+  };
+  const auto& linear = model.linearCoupling;
+  for (std::int32_t i = 1; i <= linear.number(); ++i) {
+    setStiffness(GET_LINEARCOUPLING_SHAFTNODE(linear, i),
+                 GET_LINEARCOUPLING_STIFFNESSDYNAMIC(linear, i));
+  }
+  const auto& progressive = model.progressiveCoupling;
+  for (std::int32_t i = 1; i <= progressive.number(); ++i) {
+    setStiffness(GET_PROGRESSIVECOUPLING_SHAFTNODE(progressive, i),
+                 GET_PROGRESSIVECOUPLING_STIFFNESSDYNAMIC(
+                     progressive, i, GET_PROGRESSIVECOUPLING_TORQUE(progressive, i)));
+  }
+}
+
+/// A propeller's inertia with its entrained water replaces that of the row, and in the forced
+/// problem its damping too where it has any. The damping stays on the row for later load cases.
+void preparePropellers(bool IsFreeVibration, ModelBundle& model, std::int32_t loadCase) {
+  PROPELLER_TABLE& propeller = model.propeller;
+  for (std::int32_t p = 1; p <= propeller.number(); ++p) {
+    CALCULATE_PROPELLER_INERTIATOTAL(IsFreeVibration, propeller, p, loadCase);
+    if (!IsFreeVibration) {
+      CALCULATE_PROPELLER_ABSDAMPING(propeller, p);
+    }
+    const std::int32_t row = GET_MASS_IMASS(model.mass, GET_PROPELLER_PROPELLERNODE(propeller, p));
+    if (row == 0) {
+      continue;
+    }
+    SET_MASS_INERTIAEFFECTIVE(model.mass, row, GET_PROPELLER_INERTIATOTAL(propeller, p));
+    const double damping = GET_PROPELLER_ABSDAMPING(propeller, p);
+    const double magnifier = GET_PROPELLER_DYNMAGNIFIER(propeller, p);
+    if (!IsFreeVibration && (damping > 0.0 || magnifier > 0.0)) {
+      SET_MASS_ABSDAMPING(model.mass, row, damping);
+      SET_MASS_DYNMAGNIFIER(model.mass, row, magnifier);
+    }
+  }
+}
+
 }  // namespace
 
-void MASSANDSHAFTTABLEPREPARATION(bool /*IsFreeVibration*/, ModelBundle& model,
-                                  std::int32_t /*loadCase*/) {
+void MASSANDSHAFTTABLEPREPARATION(bool IsFreeVibration, ModelBundle& model, std::int32_t loadCase) {
   for (std::int32_t i = 1; i <= model.mass.number(); ++i) {
     SET_MASS_INERTIAEFFECTIVE(model.mass, i, GET_MASS_INERTIA(model.mass, i));
   }
   for (std::int32_t s = 1; s <= model.shaft.number(); ++s) {
     SET_SHAFT_STIFFNESSDYNAMIC(model.shaft, s, GET_SHAFT_STIFFNESS(model.shaft, s));
   }
+  if (!IsFreeVibration) {
+    prepareCouplings(model);
+  }
+  preparePropellers(IsFreeVibration, model, loadCase);
 }
 
 void CALCUALTEMASSSTIFFNESSMATRIXDIMENSION(bool IsFreeVibration, const MASS_TABLE& mass,
