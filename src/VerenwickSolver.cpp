@@ -5,6 +5,7 @@
 
 #include "ComponentTables/ModelBundle.h"
 #include "FreeVibration/FreeVibration.h"
+#include "InputAndChecking/CouplingPowerPrepare.h"
 #include "InputAndChecking/DataFiles.h"
 #include "InputAndChecking/ImportInputFile.h"
 #include "RunControl/Global_Parameter.h"
@@ -76,6 +77,9 @@ void run(const std::optional<std::string>& inputFileDir,
     return;
   }
   inputStatus = 1;
+  if (mode == forcedOnly || mode == both) {
+    COUPLINGPOWERPREPARE(model);
+  }
   calculate(model, mode);
 }
 

@@ -1,5 +1,7 @@
 #include "InputAndChecking/DataFiles.h"
 
+#include "ComponentTables/PropellerFiles.h"
+
 namespace verenwick {
 namespace {
 
@@ -7,6 +9,19 @@ bool needsHarmonicFile(const DIESEL_TABLE& table) {
   return firstPosition(table, [&](std::int32_t iDiesel) {
            return !GET_DIESEL_ISTHEORETICALPRESURE(table, iDiesel);
          }) > 0;
+}
+
+bool loadPropellerFiles(PROPELLER_TABLE& table) {
+  bool isInputOk = true;
+  for (std::int32_t p = 1; p <= table.number(); ++p) {
+    if (GET_PROPELLER_HASICEEXCITATION(table, p)) {
+      isInputOk = LOAD_PROPELLER_EXCITATIONFILE(table, p) && isInputOk;
+    }
+    if (GET_PROPELLER_ISVARIABLEENTRAINEDWATER(table, p)) {
+      isInputOk = LOAD_PROPELLER_VARIABLEENTRAINEDWATERFILE(table, p) && isInputOk;
+    }
+  }
+  return isInputOk;
 }
 
 }  // namespace
@@ -19,6 +34,7 @@ bool loadDataFiles(ModelBundle& model) {
     LOADHALDORINFILE(model.diesel, status);
     isInputOk = isInputOk && status;
   }
+  isInputOk = loadPropellerFiles(model.propeller) && isInputOk;
   return isInputOk;
 }
 

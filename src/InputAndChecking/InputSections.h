@@ -26,7 +26,12 @@ std::span<const InputSection> inputSections();
 
 bool readInertia(InputReader& in, ModelBundle& model, std::int32_t position);
 bool readShaft(InputReader& in, ModelBundle& model, std::int32_t position);
+bool readLinearCoupling(InputReader& in, ModelBundle& model, std::int32_t position);
+bool readProgressiveCoupling(InputReader& in, ModelBundle& model, std::int32_t position);
+bool readGeislingerCoupling(InputReader& in, ModelBundle& model, std::int32_t position);
 bool readDiesel(InputReader& in, ModelBundle& model, std::int32_t position);
+bool readPropeller(InputReader& in, ModelBundle& model, std::int32_t position);
+bool readPropellerIce(InputReader& in, ModelBundle& model, std::int32_t position);
 
 /// Reads the load case table, the reader's current line being its keyword.
 bool readLoadCases(InputReader& in, ModelBundle& model);
