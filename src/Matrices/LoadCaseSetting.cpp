@@ -45,6 +45,27 @@ void excitePropeller(ModelBundle& model, const Operation& operation) {
   }
 }
 
+/// A cylinder of either bank has the full share of the cylinders that fire.
+void operateDiesel(ModelBundle& model, const Operation& operation) {
+  DIESEL_RECORD& diesel = model.diesel.at(operation.position);
+  const double powerPerCylinder =
+      operation.power / GET_DIESEL_NFIRINGCYLINDER(model.diesel, operation.position);
+  diesel.ILOADCASE = operation.loadCase;
+  std::fill_n(diesel.CYLPOWERA.begin(), diesel.NCYLINDER, powerPerCylinder);
+  if (diesel.ISVENGINE) {
+    std::fill_n(diesel.CYLPOWERB.begin(), diesel.NCYLINDER, powerPerCylinder);
+  }
+  diesel.SPEED = operation.referenceSpeed * diesel.RPMRATIO;
+  diesel.POWER = operation.power;
+  diesel.POWERPERCYL = powerPerCylinder;
+  CALCULATE_DIESEL_TORQUE(model.diesel, operation.position);
+  CALCULATE_DIESEL_LOADPERCENTAGE(model.diesel, operation.position);
+}
+
+void exciteDiesel(ModelBundle& model, const Operation& operation) {
+  CALCULATE_DIESEL_FOURIERCOEFFICIENTS(model.diesel, operation.position, model.loadCaseGenset);
+}
+
 template <auto Table>
 constexpr LoadKind kind(ComponentType type,
                         void (*excite)(ModelBundle&, const Operation&) = nullptr) {
@@ -54,6 +75,7 @@ constexpr LoadKind kind(ComponentType type,
 using M = ModelBundle;
 
 constexpr std::array kLoadKinds = {
+    LoadKind{ComponentType::diesel, find<&M::diesel>, operateDiesel, exciteDiesel},
     kind<&M::propeller>(ComponentType::propeller, excitePropeller),
     kind<&M::electricMotor>(ComponentType::electricMotor),
     kind<&M::generator>(ComponentType::generator),
