@@ -6,8 +6,9 @@
 #include "ComponentTables/ModelBundle.h"
 #include "FreeVibration/FreeVibration.h"
 #include "InputAndChecking/CouplingPowerPrepare.h"
-#include "InputAndChecking/DataFiles.h"
+#include "InputAndChecking/DataChecking.h"
 #include "InputAndChecking/ImportInputFile.h"
+#include "InputAndChecking/SystemInformation.h"
 #include "RunControl/Global_Parameter.h"
 #include "RunControl/Log.h"
 #include "RunControl/RunStopped.h"
@@ -44,6 +45,11 @@ void reportStop(const char* words) {
 
 /// The steps of a run behind a checked model.
 void calculate(ModelBundle& model, std::int32_t mode) {
+  if (mode == forcedOnly || mode == both) {
+    COUPLINGPOWERPREPARE(model);
+  }
+  OUTPUTSYSTEMINFO(model);
+  OUTPUTDIESELFIRINGSTATUS(model.diesel);
   if (mode == reportsOnly) {
     return;
   }
@@ -73,13 +79,10 @@ void run(const std::optional<std::string>& inputFileDir,
   if (!READINPUTFILE(FILEFULLADDRESS(inputDirectory, *inputFileName), model)) {
     return;
   }
-  if (!loadDataFiles(model)) {
+  if (!DATACHECKING(model, mode)) {
     return;
   }
   inputStatus = 1;
-  if (mode == forcedOnly || mode == both) {
-    COUPLINGPOWERPREPARE(model);
-  }
   calculate(model, mode);
 }
 

@@ -75,6 +75,8 @@ bool readColumns(InputReader& in, ModelBundle& model, std::string ids, std::stri
                                     [&](const LoadKind& k) { return k.keyword == kindWord; });
     if (kind == kLoadKinds.end()) {
       in.log().record(kMessage, idLine);
+      in.log().record("Warning: Load case column", id, " has the unknown kind ", kindWord,
+                      ", it is dropped and the powers move up by one column");
       continue;
     }
     if (kind->find(model, id) == 0) {
@@ -141,8 +143,12 @@ bool readLoadCases(InputReader& in, ModelBundle& model) {
   if (!readColumns(in, model, ids, kinds, idLine)) {
     return false;
   }
-  for (std::int32_t loadCase = 1; loadCase <= loadCases && in.nextLine() && !isBlank(in.line());
-       ++loadCase) {
+  for (std::int32_t loadCase = 1; loadCase <= loadCases && in.nextLine(); ++loadCase) {
+    if (isBlank(in.line())) {
+      in.log().record("Warning: Load case table ends at a blank line, load case", loadCase,
+                      " and those behind it have speed and power 0");
+      break;
+    }
     if (!readRow(in, model, loadCase, idLine)) {
       return false;
     }

@@ -1,0 +1,74 @@
+#include "InputAndChecking/DataChecking.h"
+
+#include <algorithm>
+
+#include "InputAndChecking/CheckList.h"
+#include "InputAndChecking/DataFiles.h"
+
+namespace verenwick {
+namespace {
+
+/// More messages of shared ids than anyone reads.
+constexpr std::int64_t kMostSharedIdMessages = 10'000;
+
+bool needsLoadCaseColumns(std::int32_t calculationMode) {
+  constexpr std::int32_t kForcedOnly = 2;
+  constexpr std::int32_t kBoth = 3;
+  return calculationMode == kForcedOnly || calculationMode == kBoth;
+}
+
+bool checkTables(ModelBundle& model, std::int32_t calculationMode) {
+  CheckLog log;
+  const ADJNODE graph(model.mass, model.shaft);
+  checkViscousDampers(model, graph, log);
+  checkRubberDampers(model, graph, log);
+  checkSteelSpringDampers(model, graph, log);
+  checkLinearCouplings(model, log);
+  checkProgressiveCouplings(model, log);
+  checkGeislingerCouplings(model, log);
+  checkDiesels(model, log);
+  checkReciprocatingPumps(model, log);
+  checkElectricMotors(model, log);
+  checkGasTurbines(model, log);
+  checkSteamTurbines(model, log);
+  checkPropellers(model, log);
+  checkGenerators(model, log);
+  checkCentrifugalPumps(model, log);
+  checkInertias(model, log);
+  checkShafts(model, log);
+  if (log.passed()) {
+    checkShaftLine(model, log);
+  }
+  if (needsLoadCaseColumns(calculationMode) && model.loadCase.isAllocated()) {
+    checkLoadCaseColumns(model, log);
+  }
+  checkLoadCaseSpeeds(model, log);
+  return log.passed();
+}
+
+}  // namespace
+
+void SharedIds::check(std::int32_t id) {
+  const std::int64_t earlier = records_[id]++;
+  for (std::int64_t match = matches_ + 1;
+       match <= std::min(matches_ + earlier, kMostSharedIdMessages); ++match) {
+    log_.error(kind_, id, " has a index (", id, ") used by another one");
+  }
+  matches_ += earlier;
+}
+
+void SharedIds::reportRest() {
+  if (matches_ > kMostSharedIdMessages) {
+    log_.error(kind_, " indices are used by another one in", matches_ - kMostSharedIdMessages,
+               " more cases");
+  }
+}
+
+bool DATACHECKING(ModelBundle& model, std::int32_t calculationMode) {
+  // The loaders open the log themselves.
+  const bool isSound = checkTables(model, calculationMode);
+  const bool isLoaded = loadDataFiles(model);
+  return isSound && isLoaded;
+}
+
+}  // namespace verenwick
