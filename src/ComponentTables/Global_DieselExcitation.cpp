@@ -8,6 +8,7 @@
 #include "ComputationsSrc/DiscreteFourierTransform.h"
 #include "ComputationsSrc/OscillatingMassFourierCoefficients.h"
 #include "ComputationsSrc/PressureFourierCoefficients.h"
+#include "Excitation/CrankAngles.h"
 #include "Excitation/Engine_functions.h"
 #include "Excitation/TheoreticalPressure.h"
 #include "RunControl/Constants.h"
@@ -20,9 +21,6 @@ namespace {
 /// Coefficients with the mean in front: element k belongs to order index k.
 using Coefficients = std::vector<std::complex<double>>;
 
-/// Points of one crank revolution in whole degrees.
-constexpr std::size_t kRevolution = 360;
-
 /// One working cycle of the system: its orders, and its crank angles in whole degrees from top dead
 /// centre. One revolution while all engines are two-stroke, else two.
 struct Cycle {
@@ -31,11 +29,7 @@ struct Cycle {
 
   explicit Cycle(const DIESEL_TABLE& table)
       : nOrders(static_cast<std::size_t>(GET_DIESEL_NCYLFOURIERCOEFFICIENTS(table))),
-        phi(nOrders == 20 ? kRevolution : 2 * kRevolution) {
-    for (std::size_t i = 0; i < phi.size(); ++i) {
-      phi[i] = (static_cast<double>(i) * kPi) / 180.0;
-    }
-  }
+        phi(crankAngles(nOrders == 20 ? kRevolution : 2 * kRevolution)) {}
   Coefficients zeros() const { return Coefficients(nOrders + 1); }
 };
 

@@ -21,4 +21,9 @@ namespace verenwick {
 VERENWICK_TABLE(STEELSPRINGDAMPER, STEELSPRINGDAMPER_FIELDS)
 VERENWICK_TABLE_ID(STEELSPRINGDAMPER, ISTEELSPRINGDAMPER)
 
+/// Sets STIFFNESS and DAMPING of the load case.
+/// @param stiffness of the damper's link, N m/rad
+void CALCULATE_STEELSPRINGDAMPER_LOADCASESETTING(STEELSPRINGDAMPER_TABLE& table, std::int32_t row,
+                                                 double stiffness);
+
 }  // namespace verenwick

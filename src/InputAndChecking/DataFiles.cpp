@@ -24,6 +24,12 @@ bool loadPropellerFiles(PROPELLER_TABLE& table) {
   return isInputOk;
 }
 
+bool needsHarmonicFile(const RECIPROCATINGPUMP_TABLE& table) {
+  return firstPosition(table, [&](std::int32_t iPump) {
+           return !GET_RECIPROCATINGPUMP_ISSIMPLIFIEDPRESSURE(table, iPump);
+         }) > 0;
+}
+
 }  // namespace
 
 bool loadDataFiles(ModelBundle& model) {
@@ -35,6 +41,11 @@ bool loadDataFiles(ModelBundle& model) {
     isInputOk = isInputOk && status;
   }
   isInputOk = loadPropellerFiles(model.propeller) && isInputOk;
+  if (needsHarmonicFile(model.reciprocatingPump)) {
+    bool status = true;
+    LOADHALDORINPUMPFILE(model.reciprocatingPump, status);
+    isInputOk = isInputOk && status;
+  }
   return isInputOk;
 }
 

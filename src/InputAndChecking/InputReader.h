@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "ComponentTables/ModelBundle.h"
+#include "ComponentTables/TorqueOrders.h"
 #include "RunControl/Constants.h"
 #include "RunControl/FreeFormat.h"
 #include "RunControl/Log.h"
@@ -77,6 +78,14 @@ struct Flag {
   }
 };
 
+/// A number of orders in use, of those that a machine can have.
+struct OrderCount {
+  std::int32_t& value;
+  [[nodiscard]] bool readFrom(FreeFormat& line) const {
+    return line.read(value) && value >= 0 && value <= static_cast<std::int32_t>(kTorqueOrders);
+  }
+};
+
 /// A word, cut at a length.
 struct Word {
   std::string& value;
@@ -99,6 +108,7 @@ inline target::Integer integer(std::int32_t& value) { return {value}; }
 inline target::Integers integers(std::span<std::int32_t> values) { return {values}; }
 inline target::Flag flag(bool& value) { return {value}; }
 inline target::Word word(std::string& value, std::size_t length) { return {value, length}; }
+inline target::OrderCount orderCount(std::int32_t& value) { return {value}; }
 inline target::Real real(double& value) { return {value}; }
 inline target::Reals real(std::span<double> values) { return {values}; }
 /// Millimetres in the file, metres inside.

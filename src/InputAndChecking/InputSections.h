@@ -26,12 +26,21 @@ std::span<const InputSection> inputSections();
 
 bool readInertia(InputReader& in, ModelBundle& model, std::int32_t position);
 bool readShaft(InputReader& in, ModelBundle& model, std::int32_t position);
+bool readViscousDamper(InputReader& in, ModelBundle& model, std::int32_t position);
+bool readRubberDamper(InputReader& in, ModelBundle& model, std::int32_t position);
+bool readSteelSpringDamper(InputReader& in, ModelBundle& model, std::int32_t position);
 bool readLinearCoupling(InputReader& in, ModelBundle& model, std::int32_t position);
 bool readProgressiveCoupling(InputReader& in, ModelBundle& model, std::int32_t position);
 bool readGeislingerCoupling(InputReader& in, ModelBundle& model, std::int32_t position);
 bool readDiesel(InputReader& in, ModelBundle& model, std::int32_t position);
 bool readPropeller(InputReader& in, ModelBundle& model, std::int32_t position);
 bool readPropellerIce(InputReader& in, ModelBundle& model, std::int32_t position);
+bool readElectricMotor(InputReader& in, ModelBundle& model, std::int32_t position);
+bool readGasTurbine(InputReader& in, ModelBundle& model, std::int32_t position);
+bool readSteamTurbine(InputReader& in, ModelBundle& model, std::int32_t position);
+bool readGenerator(InputReader& in, ModelBundle& model, std::int32_t position);
+bool readCentrifugalPump(InputReader& in, ModelBundle& model, std::int32_t position);
+bool readReciprocatingPump(InputReader& in, ModelBundle& model, std::int32_t position);
 
 /// Reads the load case table, the reader's current line being its keyword.
 bool readLoadCases(InputReader& in, ModelBundle& model);

@@ -66,6 +66,41 @@ void exciteDiesel(ModelBundle& model, const Operation& operation) {
   CALCULATE_DIESEL_FOURIERCOEFFICIENTS(model.diesel, operation.position, model.loadCaseGenset);
 }
 
+/// The two cylinders of an opposite pump's row share the power of the row.
+void operateReciprocatingPump(ModelBundle& model, const Operation& operation) {
+  RECIPROCATINGPUMP_RECORD& pump = model.reciprocatingPump.at(operation.position);
+  const double powerPerCylinder = operation.power / pump.NCYLINDER * (pump.ISOPPOSITE ? 0.5 : 1.0);
+  pump.ILOADCASE = operation.loadCase;
+  const auto rows = std::max(pump.NCYLINDER, 0);
+  std::fill_n(pump.CYLPOWERA.begin(), rows, powerPerCylinder);
+  if (pump.ISOPPOSITE) {
+    std::fill_n(pump.CYLPOWERB.begin(), rows, powerPerCylinder);
+  }
+  pump.SPEED = operation.referenceSpeed * pump.RPMRATIO;
+  pump.POWER = operation.power;
+  pump.POWERPERCYL = powerPerCylinder;
+  CALCULATE_RECIPROCATINGPUMP_TORQUE(model.reciprocatingPump, operation.position);
+  CALCULATE_RECIPROCATINGPUMP_LOADPERCENTAGE(model.reciprocatingPump, operation.position);
+  CALCULATE_RECIPROCATINGPUMP_SPEEDPERCENTAGE(model.reciprocatingPump, operation.position);
+}
+
+void exciteReciprocatingPump(ModelBundle& model, const Operation& operation) {
+  RECIPROCATINGPUMP_TABLE& table = model.reciprocatingPump;
+  const std::int32_t iPump = operation.position;
+  for (std::int32_t row = 1; row <= GET_RECIPROCATINGPUMP_NCYLINDER(table, iPump); ++row) {
+    CALCULATE_RECIPROCATINGPUMP_FOURIERCOEFFICIENT(table, iPump, row, true);
+    if (GET_RECIPROCATINGPUMP_ISOPPOSITE(table, iPump)) {
+      CALCULATE_RECIPROCATINGPUMP_FOURIERCOEFFICIENT(table, iPump, row, false);
+    }
+  }
+}
+
+/// Excites a machine whose harmonic torques follow from its torque alone.
+template <auto Table, auto CalculateTorques>
+void exciteMachine(ModelBundle& model, const Operation& operation) {
+  CalculateTorques(model.*Table, operation.position);
+}
+
 template <auto Table>
 constexpr LoadKind kind(ComponentType type,
                         void (*excite)(ModelBundle&, const Operation&) = nullptr) {
@@ -77,8 +112,11 @@ using M = ModelBundle;
 constexpr std::array kLoadKinds = {
     LoadKind{ComponentType::diesel, find<&M::diesel>, operateDiesel, exciteDiesel},
     kind<&M::propeller>(ComponentType::propeller, excitePropeller),
-    kind<&M::electricMotor>(ComponentType::electricMotor),
-    kind<&M::generator>(ComponentType::generator),
+    kind<&M::electricMotor>(
+        ComponentType::electricMotor,
+        exciteMachine<&M::electricMotor, CALCULATE_ELECTRICMOTOR_LOADCASESETTING>),
+    kind<&M::generator>(ComponentType::generator,
+                        exciteMachine<&M::generator, CALCULATE_GENERATOR_LOADCASESETTING>),
     kind<&M::gasTurbine>(ComponentType::gasTurbine),
     kind<&M::steamTurbine>(ComponentType::steamTurbine),
     kind<&M::viscousDamper>(ComponentType::viscousDamper),
@@ -87,7 +125,11 @@ constexpr std::array kLoadKinds = {
     kind<&M::linearCoupling>(ComponentType::linearCoupling),
     kind<&M::progressiveCoupling>(ComponentType::progressiveCoupling),
     kind<&M::geislingerCoupling>(ComponentType::geislingerCoupling),
-    kind<&M::centrifugalPump>(ComponentType::centrifugalPump),
+    kind<&M::centrifugalPump>(
+        ComponentType::centrifugalPump,
+        exciteMachine<&M::centrifugalPump, CALCULATE_CENTRIFUGALPUMP_LOADCASESETTING>),
+    LoadKind{ComponentType::reciprocatingPump, find<&M::reciprocatingPump>,
+             operateReciprocatingPump, exciteReciprocatingPump},
 };
 
 /// Calls use(kind, operation) for the component of a column, if it has one.

@@ -82,6 +82,17 @@ struct ShaftValues {
   double magnifier;
 };
 
+/// Position of the viscous damper whose table over frequency holds for a shaft; 0 if none does.
+std::int32_t customViscousDamper(const ModelBundle& model, std::int32_t row) {
+  if (GET_SHAFT_SHAFTTYPE(model.shaft, row) != ShaftType::viscousDamperLink ||
+      GET_SHAFT_COMPONENTTYPE(model.shaft, row) != ComponentType::viscousDamper) {
+    return 0;
+  }
+  const std::int32_t damper = GET_VISCOUSDAMPER_IVISCOUSDAMPER(
+      model.viscousDamper, GET_SHAFT_COMPONENTID(model.shaft, row));
+  return damper > 0 && GET_VISCOUSDAMPER_ISCUSTOMDAMPING(model.viscousDamper, damper) ? damper : 0;
+}
+
 /// The free problem takes the values of the row. In the forced problem those of some shafts go with
 /// the excitation frequency; a shaft whose component isn't in its table keeps the values of its
 /// row.
@@ -102,6 +113,13 @@ ShaftValues shaftValues(bool IsFreeVibration, const ModelBundle& model, std::int
   }
   if (const std::int32_t iDiesel = crankThrowFormulaEngine(model, row); iDiesel > 0) {
     shaft.damping = CALCULATE_DIESEL_DAMPING_CRANKTHROW(model.diesel, iDiesel, excitationOrder);
+  }
+  if (const std::int32_t damper = customViscousDamper(model, row); damper > 0) {
+    const VISCOUSDAMPER_TABLE& table = model.viscousDamper;
+    shaft.damping = CALCULATE_VISCOUSDAMPER_CUSTOMDAMPING(table, damper, excitationOrder);
+    if (GET_VISCOUSDAMPER_ISCUSTOMSTIFFNESS(table, damper)) {
+      shaft.stiffness = CALCULATE_VISCOUSDAMPER_CUSTOMSTIFFNESS(table, damper, excitationOrder);
+    }
   }
   return shaft;
 }
@@ -154,6 +172,21 @@ void BUILDSTIFFNESSANDSTIFFNESSDAMPINGMATRIX(bool IsFreeVibration, const ModelBu
   }
   if (pair != entries) {
     throw RunStopped("** The shafts do not join the inertias to a tree");
+  }
+}
+
+/// The free problem leaves out the rings of viscous dampers: half of a ring rides on its casing.
+void prepareViscousDampers(ModelBundle& model) {
+  for (std::int32_t d = 1; d <= model.viscousDamper.number(); ++d) {
+    const std::int32_t casing =
+        GET_MASS_IMASS(model.mass, GET_VISCOUSDAMPER_CASINGNODE(model.viscousDamper, d));
+    const std::int32_t ring =
+        GET_MASS_IMASS(model.mass, GET_VISCOUSDAMPER_RINGNODE(model.viscousDamper, d));
+    if (casing > 0 && ring > 0) {
+      SET_MASS_INERTIAEFFECTIVE(
+          model.mass, casing,
+          0.5 * GET_MASS_INERTIA(model.mass, ring) + GET_MASS_INERTIA(model.mass, casing));
+    }
   }
 }
 
@@ -211,7 +244,9 @@ void MASSANDSHAFTTABLEPREPARATION(bool IsFreeVibration, ModelBundle& model, std:
   for (std::int32_t s = 1; s <= model.shaft.number(); ++s) {
     SET_SHAFT_STIFFNESSDYNAMIC(model.shaft, s, GET_SHAFT_STIFFNESS(model.shaft, s));
   }
-  if (!IsFreeVibration) {
+  if (IsFreeVibration) {
+    prepareViscousDampers(model);
+  } else {
     prepareCouplings(model);
   }
   preparePropellers(IsFreeVibration, model, loadCase);

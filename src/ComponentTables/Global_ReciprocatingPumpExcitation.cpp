@@ -1,0 +1,119 @@
+#include <algorithm>
+#include <span>
+
+#include "ComponentTables/Global_ReciprocatingPump.h"
+#include "ComputationsSrc/CylinderExcitations.h"
+#include "ComputationsSrc/DiscreteFourierTransform.h"
+#include "ComputationsSrc/OscillatingMassFourierCoefficients.h"
+#include "Excitation/CrankAngles.h"
+#include "RunControl/Constants.h"
+
+// Excitation of reciprocating pumps: pressure and mass coefficients at the operating point, and the
+// torque coefficients of a cylinder row.
+namespace verenwick {
+namespace {
+
+using Coefficients = std::vector<std::complex<double>>;
+using Stored = CylinderGas::Coefficients;
+
+constexpr double kPeriod = 360.0;  ///< degrees
+
+std::size_t numberOfOrders(const RECIPROCATINGPUMP_TABLE& table) {
+  return static_cast<std::size_t>(GET_RECIPROCATINGPUMP_NCYLFOURIERCOEFFICIENTS(table));
+}
+
+void storeMass(RECIPROCATINGPUMP_RECORD& pump, std::size_t nOrders) {
+  Coefficients mass(nOrders + 1);
+  OSCILLATINGMASSFOURIERCOEFFICIENTS(mass, crankAngles(kRevolution), pump.CONRODRATIO);
+  for (std::size_t k = 1; k < mass.size(); ++k) {
+    pump.MASSFC[k - 1] = mass[k];
+  }
+}
+
+/// Stored coefficients with the mean, which is zero, in front.
+Coefficients withMean(const Stored& stored, std::size_t nOrders) {
+  Coefficients coefficients(nOrders + 1);
+  for (std::size_t k = 1; k < coefficients.size(); ++k) {
+    coefficients[k] = stored[k - 1];
+  }
+  return coefficients;
+}
+
+void addTo(Coefficients& sum, const Coefficients& share) {
+  for (std::size_t k = 0; k < sum.size(); ++k) {
+    sum[k] += share[k];
+  }
+}
+
+/// Sum over what works on one crank: the cylinder, the opposite one, and the other sides of
+/// double-acting pistons. The mean stands in front.
+Coefficients sumOverRow(const RECIPROCATINGPUMP_RECORD& pump, const Stored& first,
+                        const Stored& opposite, std::size_t nOrders) {
+  const auto shifted = [&](const Stored& stored, double degrees) {
+    Coefficients coefficients = withMean(stored, nOrders);
+    FOURIERCOEFFICIENTTRANSFORM(coefficients, coefficients, degrees, kPeriod, 0);
+    return coefficients;
+  };
+  Coefficients sum = withMean(first, nOrders);
+  Coefficients bankB(nOrders + 1);
+  std::int32_t shifts = 0;
+  if (pump.ISOPPOSITE) {
+    ++shifts;
+    bankB = shifted(opposite, pump.VANGLE);
+    addTo(sum, bankB);
+  }
+  if (pump.ISDOUBLEACTING) {
+    ++shifts;
+    // The opposite cylinder stands for its own other side: it counts twice.
+    addTo(sum, bankB);
+    addTo(sum, shifted(first, pump.VANGLE * shifts));
+  }
+  return sum;
+}
+
+}  // namespace
+
+void CALCULATE_RECIPROCATINGPUMP_FOURIERCOEFFICIENT(RECIPROCATINGPUMP_TABLE& table,
+                                                    std::int32_t iPump, std::int32_t iCylinder,
+                                                    bool isBankA) {
+  RECIPROCATINGPUMP_RECORD& pump = table.at(iPump);
+  const std::size_t nOrders = numberOfOrders(table);
+  storeMass(pump, nOrders);
+  Stored gas{};
+  if (pump.ISSIMPLIFIEDPRESSURE) {
+    CALCULATE_RECIPROCATINGPUMP_LOADCASESETTING(table, iPump, iCylinder);
+  } else {
+    const auto rows = GETRECIPROCATINGPUMPHARMONICDATA(table, iPump, pump.SPEEDPERCENTAGE);
+    std::copy_n(rows.begin(), std::min(rows.size(), nOrders), gas.begin());
+  }
+  pump.GASFCPERCYLINDER.resize(static_cast<std::size_t>(pump.NCYLINDER));
+  PumpCylinderGas& row = pump.GASFCPERCYLINDER[static_cast<std::size_t>(iCylinder) - 1];
+  (isBankA ? row.NORMALGASFCBANKA : row.NORMALGASFCBANKB) = gas;
+}
+
+std::vector<std::complex<double>> CALCULATE_RECIPROCATINGPUMP_CYLFOURIERCOEFFICIENTS(
+    const RECIPROCATINGPUMP_TABLE& table, std::int32_t iPump, std::int32_t iCylinder) {
+  const RECIPROCATINGPUMP_RECORD& pump = table.at(iPump);
+  const std::size_t nOrders = numberOfOrders(table);
+  const double radius = pump.STROKELENGTH * 0.5;
+  const double omega = (pump.SPEED * kPi) / 30.0;
+  const Coefficients mass = sumOverRow(pump, pump.MASSFC, pump.MASSFC, nOrders);
+  const auto orders = [](const Coefficients& withMean) { return std::span(withMean).subspan(1); };
+  Coefficients torque(nOrders);
+  if (pump.ISSIMPLIFIEDPRESSURE) {
+    const Coefficients load = sumOverRow(pump, pump.TORQUEAMP, pump.TORQUEAMP, nOrders);
+    CYLINDERSIMPLIFIEDEXCITATION(torque, orders(load), orders(mass), radius, omega, pump.RECIPMASS);
+    return torque;
+  }
+  // A pump that no load case names has no stored pressures.
+  const PumpCylinderGas none;
+  const auto stored = static_cast<std::size_t>(iCylinder) - 1;
+  const PumpCylinderGas& row =
+      stored < pump.GASFCPERCYLINDER.size() ? pump.GASFCPERCYLINDER[stored] : none;
+  const Coefficients gas = sumOverRow(pump, row.NORMALGASFCBANKA, row.NORMALGASFCBANKB, nOrders);
+  const double area = pump.BORE * pump.BORE * kPi * 0.25;
+  CYLINDEREXCITATION(torque, orders(gas), orders(mass), radius, area, omega, pump.RECIPMASS);
+  return torque;
+}
+
+}  // namespace verenwick
