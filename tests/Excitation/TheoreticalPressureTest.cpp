@@ -24,7 +24,7 @@ struct Result {
   double mip = -1;
   bool status = false;
 
-  double at(int t) const { return curve[static_cast<std::size_t>(t + 180)]; }
+  double at(std::ptrdiff_t t) const { return *(curve.begin() + t + 180); }
   double peak() const { return *std::ranges::max_element(curve); }
 };
 
@@ -36,6 +36,8 @@ Result calculated(const CylinderPressureInput& in) {
 }
 
 std::size_t points(const CylinderPressureInput& in) { return in.nStroke == 2 ? 360 : 720; }
+
+double turnsPerCycle(const CylinderPressureInput& in) { return in.nStroke == 2 ? 1 : 2; }
 
 /// Volume of the cylinder at a crank angle in degrees, m3.
 double cylinderVolume(const CylinderPressureInput& in, double degrees) {
@@ -85,7 +87,7 @@ TEST(TheoreticalPressure, IterationMeetsWorkAndPeak) {
     const Result result = calculated(in);
     EXPECT_TRUE(result.status);
     EXPECT_NEAR(result.peak() / (in.pMax + 1e5), 1, tolerance);
-    const double cycles = in.speed / 60 / (in.nStroke / 2);
+    const double cycles = in.speed / 60 / turnsPerCycle(in);
     const double wanted = in.power / in.me / cycles;
     EXPECT_NEAR(result.mip / (wanted / sweptVolume(in)), 1, 1e-6);
     // A two-stroke curve leads its angle by one degree on the way up, which the work shows.
@@ -104,7 +106,7 @@ TEST(TheoreticalPressure, MeanTangentialPressureIsTheCurvesOwnWork) {
     const Result result = calculated(in);
     const double indicated = curveWork(in, result) / sweptVolume(in);
     const double mean = tangentialCoefficients(in, result)[0].real();
-    EXPECT_NEAR(mean * kPi * (in.nStroke / 2) / indicated, 1, 2e-4);
+    EXPECT_NEAR(mean * kPi * turnsPerCycle(in) / indicated, 1, 2e-4);
   }
 }
 
