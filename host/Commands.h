@@ -19,4 +19,10 @@ void addRunCommand(CLI::App& program, int& status);
 /// verenwick show DIR NAME: any result file as a table.
 void addShowCommand(CLI::App& program, int& status);
 
+/// verenwick pressure: the pressure curve of a cylinder, or its harmonics, as CSV.
+void addPressureCommand(CLI::App& program, int& status);
+
+/// verenwick forces: the forces on the crank pin of a cylinder, or their harmonics, as CSV.
+void addForcesCommand(CLI::App& program, int& status);
+
 }  // namespace verenwick::host

@@ -158,6 +158,7 @@ class Cylinder(unittest.TestCase):
                  ["pressure", "--engine", ENGINE, "--strokes", 2, "--inlet-start", 100,
                   "--inlet-close", 220], 1)):
             self.assertIn(words, self.call(*arguments, status=status).stderr)
+        self.assertNotIn("warning", self.call("pressure", "--engine", ENGINE).stderr)
         short = self.call("pressure", "--engine", ENGINE, "--peak-pressure", "100")
         self.assertIn("warning: the search ran out", short.stderr)
 

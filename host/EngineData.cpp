@@ -1,0 +1,150 @@
+#include "host/EngineData.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <stdexcept>
+
+#include "host/Commands.h"
+#include "verenwick.h"
+
+namespace verenwick::host {
+namespace {
+
+struct Description {
+  const char* name;
+  const char* help;
+  double unit;  ///< in SI units
+};
+
+constexpr std::array<Description, kQuantities> kDescriptions{{
+    {"bore", "mm", 1e-3},
+    {"stroke", "mm", 1e-3},
+    {"conrod-ratio", "Crank radius divided by rod length", 1},
+    {"compression-ratio", "Compression ratio", 1},
+    {"rated-power", "kW of the cylinder", 1e3},
+    {"rated-speed", "rpm", 1},
+    {"power", "kW of the cylinder; rated if not given", 1e3},
+    {"speed", "rpm; rated if not given", 1},
+    {"inlet-pressure", "Rated, bar absolute", kBar},
+    {"charge-temperature", "Charge air, degrees Celsius", 1},
+    {"peak-pressure", "Rated, bar above 1 bar", kBar},
+    {"compression-pressure", "Rated, bar above 1 bar", kBar},
+    {"heat-share", "Share of the heat that becomes work, %", 1e-2},
+    {"mechanical-efficiency", "%", 1e-2},
+    {"form-factor", "Of the heat release, where the search begins", 1},
+    {"ignition", "Start of combustion, degrees after top dead centre", 1},
+    {"end-of-combustion", "Degrees after top dead centre", 1},
+    {"exhaust-start", "Exhaust opening, degrees after top dead centre", 1},
+    {"inlet-start", "Inlet opening, degrees after top dead centre (two-stroke)", 1},
+    {"inlet-close", "Inlet closing, degrees, more than 180 (two-stroke)", 1},
+}};
+
+}  // namespace
+
+EngineData::EngineData(CLI::App& command) : command_(command) {
+  command.add_option("--engine", file_, "File of lines \"name = value\", named as the options")
+      ->type_name("FILE");
+  command.add_option("--strokes", strokes_, "2 or 4");
+  command.add_flag("--misfire", misfires_, "Compression and expansion only");
+  for (std::size_t i = 0; i < kQuantities; ++i) {
+    command.add_option(fmt::format("--{}", kDescriptions[i].name), given_[i],
+                       kDescriptions[i].help);
+  }
+}
+
+void EngineData::readFile() {
+  for (const CLI::ConfigItem& item : CLI::ConfigINI().from_file(file_)) {
+    CLI::Option* option = command_.get_option_no_throw(fmt::format("--{}", item.name));
+    if (option == nullptr || !item.parents.empty()) {
+      throw UsageError(fmt::format("{} in {} is no option", item.fullname(), file_));
+    }
+    if (option->count() > 0)
+      continue;  // the command line has the last word
+    option->add_result(item.inputs);
+    option->run_callback();
+  }
+}
+
+void EngineData::complete() {
+  if (!file_.empty())
+    readFile();
+  if (strokes_ != 2 && strokes_ != 4)
+    throw UsageError("--strokes must be 2 or 4");
+  if (!given_[kPower])
+    given_[kPower] = given_[kRatedPower];
+  if (!given_[kSpeed])
+    given_[kSpeed] = given_[kRatedSpeed];
+  for (std::size_t i = 0; i < kQuantities; ++i) {
+    const bool isNeeded = strokes_ == 2 || (i != kInletStart && i != kInletClose);
+    if (isNeeded && !given_[i]) {
+      throw UsageError(fmt::format("--{} is missing", kDescriptions[i].name));
+    }
+    values_[i] = given_[i].value_or(0.0) * kDescriptions[i].unit;
+  }
+}
+
+std::vector<double> EngineData::pressureCurve() const {
+  const EngineData& e = *this;
+  constexpr std::size_t kRoom = 1000;
+  const std::int32_t misfire = misfires_ ? 1 : 0;
+  const double derived = 0;  // exponents that follow from the pressures
+  std::vector<double> curve(kRoom, std::nan(""));
+  double mip = 0;
+  THEORETICALCYLINDERPRESSURE(&e[kRatedPower], &e[kRatedSpeed], &misfire, &strokes_, &e[kBore],
+                              &e[kStroke], &e[kConrodRatio], &e[kCompressionRatio],
+                              &e[kInletPressure], &e[kChargeTemperature], &e[kSpeed], &e[kPower],
+                              &e[kPeakPressure], &e[kCompressionPressure], &derived, &derived,
+                              &e[kHeatShare], &e[kMechanicalEfficiency], &e[kFormFactor],
+                              &e[kIgnition], &e[kEndOfCombustion], &e[kExhaustStart],
+                              &e[kInletStart], &e[kInletClose], curve.data(), &mip);
+  curve.resize(static_cast<std::size_t>(points()));
+  if (!std::ranges::all_of(curve, [](double p) { return std::isfinite(p); })) {
+    throw std::runtime_error(
+        strokes_ == 2 ? "no pressure curve comes from these data; the exhaust must open before the "
+                        "inlet, and the inlet close last"
+                      : "no pressure curve comes from these data");
+  }
+  const double peak = *std::ranges::max_element(curve);
+  fmt::print(stderr, "peak pressure {:.2f} bar, mean indicated pressure {:.3f} bar\n", peak / kBar,
+             mip / kBar);
+  // What the peak should be off the rated speed, only the library knows.
+  const double tolerance = strokes_ == 2 ? 0.02 : 0.005;
+  const double wanted = e[kPeakPressure] + kBar;
+  const bool isRated = e[kSpeed] == e[kRatedSpeed] && !misfires_ && e[kPower] != 0;
+  if (isRated && std::abs(peak - wanted) > tolerance * wanted) {
+    fmt::print(stderr, "warning: the search ran out short of the peak wanted, {:.2f} bar\n",
+               wanted / kBar);
+  }
+  return curve;
+}
+
+std::vector<double> EngineData::crankAngles(double firstDegree) const {
+  std::vector<double> phi(static_cast<std::size_t>(points()));
+  for (std::size_t i = 0; i < phi.size(); ++i) {
+    phi[i] = (firstDegree + static_cast<double>(i)) * kPi / 180;
+  }
+  return phi;
+}
+
+std::vector<Harmonic> tangentialHarmonics(const EngineData& engine,
+                                          const std::vector<double>& pressure, std::int32_t count) {
+  // From top dead centre on.
+  std::vector<double> curve = pressure;
+  std::ranges::rotate(curve, curve.begin() + 180);
+  const std::int32_t points = engine.points();
+  const std::vector<double> phi = engine.crankAngles(0);
+  std::vector<double> sine(static_cast<std::size_t>(count));
+  std::vector<double> cosine(sine.size());
+  CYLINDERPRESSURETOHARMONIC(&points, &count, curve.data(), phi.data(), &engine[kConrodRatio],
+                             sine.data(), cosine.data());
+  std::vector<Harmonic> harmonics;
+  for (std::size_t k = 0; k < sine.size(); ++k) harmonics.push_back({sine[k], cosine[k]});
+  return harmonics;
+}
+
+void printRow(const std::vector<double>& numbers) { fmt::print("{}\n", fmt::join(numbers, ",")); }
+
+}  // namespace verenwick::host
