@@ -35,7 +35,7 @@ void PressureCurve(benchmark::State& state) {
   std::array<double, kPressurePoints> curve{};
   double mip = 0;
   bool status = false;
-  for (auto _ : state) {
+  while (state.KeepRunning()) {
     CALCULATEDPRESSURE(in, curve, mip, status);
     benchmark::DoNotOptimize(curve);
   }
@@ -45,7 +45,7 @@ BENCHMARK(PressureCurve)->Apply(strokesAndEndings);
 void PressureCurvePlain(benchmark::State& state) {
   const CylinderPressureInput in = engine(state.range(0), state.range(1) != 0);
   std::array<double, kPressurePoints> curve{};
-  for (auto _ : state) {
+  while (state.KeepRunning()) {
     benchmark::DoNotOptimize(plain::firingCurve(in, curve));
     benchmark::DoNotOptimize(curve);
   }
@@ -61,7 +61,7 @@ std::vector<double> curveOf(std::int64_t n) {
 void Transform(benchmark::State& state) {
   const std::vector<double> signal = curveOf(state.range(0));
   std::vector<std::complex<double>> coefficients(25);
-  for (auto _ : state) {
+  while (state.KeepRunning()) {
     DISCRETEFOURIERTRANSFORM(coefficients, signal);
     benchmark::DoNotOptimize(coefficients.data());
     benchmark::ClobberMemory();
@@ -71,7 +71,7 @@ BENCHMARK(Transform)->Arg(360)->Arg(720);
 
 void TransformPlain(benchmark::State& state) {
   const std::vector<double> signal = curveOf(state.range(0));
-  for (auto _ : state) benchmark::DoNotOptimize(plain::transform(25, signal));
+  while (state.KeepRunning()) benchmark::DoNotOptimize(plain::transform(25, signal));
 }
 BENCHMARK(TransformPlain)->Arg(360)->Arg(720);
 
@@ -92,7 +92,7 @@ void PressureToHarmonic(benchmark::State& state) {
   const std::int32_t nOrders = 24;
   std::array<double, 24> sine{};
   std::array<double, 24> cosine{};
-  for (auto _ : state) {
+  while (state.KeepRunning()) {
     std::vector<double> pressure = grid.pressure;
     ::CYLINDERPRESSURETOHARMONIC(&grid.nPoints, &nOrders, pressure.data(), grid.phi.data(),
                                  &grid.lambda, sine.data(), cosine.data());
@@ -103,7 +103,7 @@ BENCHMARK(PressureToHarmonic)->Arg(360)->Arg(720);
 
 void PressureToHarmonicPlain(benchmark::State& state) {
   Grid grid(state.range(0));
-  for (auto _ : state) {
+  while (state.KeepRunning()) {
     std::vector<double> pressure = grid.pressure;
     TANGENTIALFORCEGAS(pressure, grid.phi, grid.lambda);
     benchmark::DoNotOptimize(plain::transform(25, pressure));
@@ -115,7 +115,7 @@ void OscillatingMass(benchmark::State& state) {
   Grid grid(state.range(0));
   const std::int32_t nFC = 25;
   std::array<double, 50> coefficients{};
-  for (auto _ : state) {
+  while (state.KeepRunning()) {
     ::OSCILLATINGMASSFOURIERCOEFFICIENTS(&grid.nPoints, &nFC, coefficients.data(), grid.phi.data(),
                                          &grid.lambda);
     benchmark::DoNotOptimize(coefficients);
@@ -126,7 +126,7 @@ BENCHMARK(OscillatingMass)->Arg(360)->Arg(720);
 void OscillatingMassPlain(benchmark::State& state) {
   Grid grid(state.range(0));
   std::vector<double> factor(grid.phi.size());
-  for (auto _ : state) {
+  while (state.KeepRunning()) {
     TANGENTIALOSCILLATINGMASS(factor, grid.phi, grid.lambda);
     benchmark::DoNotOptimize(plain::transform(25, factor));
   }
@@ -143,7 +143,7 @@ void TangentialRadialForce(benchmark::State& state) {
   const double diameter = 0.32;
   std::array<std::vector<double>, 6> forces;
   forces.fill(std::vector<double>(grid.phi.size()));
-  for (auto _ : state) {
+  while (state.KeepRunning()) {
     ::CALCULATETANGENTIALRADIALFORCE(
         &mass, &mass, nullptr, &reference, &grid.lambda, &speed, &stroke, &diameter, &grid.nPoints,
         grid.phi.data(), grid.pressure.data(), forces[0].data(), forces[1].data(), forces[2].data(),

@@ -133,7 +133,7 @@ std::vector<Harmonic> tangentialHarmonics(const EngineData& engine,
                                           const std::vector<double>& pressure, std::int32_t count) {
   // From top dead centre on.
   std::vector<double> curve = pressure;
-  std::ranges::rotate(curve, curve.begin() + 180);
+  std::rotate(curve.begin(), curve.begin() + 180, curve.end());
   const std::int32_t points = engine.points();
   const std::vector<double> phi = engine.crankAngles(0);
   std::vector<double> sine(static_cast<std::size_t>(count));
