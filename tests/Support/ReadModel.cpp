@@ -1,0 +1,23 @@
+#include "Support/ReadModel.h"
+
+#include "InputAndChecking/ImportInputFile.h"
+#include "RunControl/Global_Parameter.h"
+
+namespace verenwick::test {
+
+ReadModel::ReadModel() {
+  std::string directory = directory_.path().string();
+  SETRESULTFILEDIR(directory, static_cast<std::int32_t>(directory.size()));
+}
+
+ReadModel::ReadModel(std::string inputText) : ReadModel() { read(std::move(inputText)); }
+
+void ReadModel::read(std::string inputText) {
+  const std::string here = "@DIR@";
+  for (auto at = inputText.find(here); at != std::string::npos; at = inputText.find(here)) {
+    inputText.replace(at, here.size(), directory_.path().string());
+  }
+  isOk_ = READINPUTFILE(directory_.write("input.txt", inputText), model);
+}
+
+}  // namespace verenwick::test
