@@ -17,6 +17,8 @@ install(FILES
   ${PROJECT_BINARY_DIR}/verenwickConfig.cmake ${PROJECT_BINARY_DIR}/verenwickConfigVersion.cmake
   DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/verenwick)
 
+# The pkg-config file finds its prefix from where it lies, so that an installation can be moved.
+file(RELATIVE_PATH VERENWICK_PC_TO_PREFIX /${CMAKE_INSTALL_LIBDIR}/pkgconfig /)
 configure_file(${CMAKE_CURRENT_LIST_DIR}/verenwick.pc.in ${PROJECT_BINARY_DIR}/verenwick.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/verenwick.pc
   DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
