@@ -20,9 +20,9 @@ struct EP {
   std::span<const std::int32_t> COLIND;
   std::span<const double> K;
   std::span<const double> M;
-  std::span<double> EIGVALREAL;        ///< N, ascending
-  std::vector<double> EIGVALIMAG;      ///< N, not filled by a real solve
-  std::span<double> RIGHTEIGVECREAL;   ///< N x N, mode j in column j, so that x' M x = 1
+  std::span<double> EIGVALREAL;       ///< N, ascending
+  std::vector<double> EIGVALIMAG;     ///< N, not filled by a real solve
+  std::span<double> RIGHTEIGVECREAL;  ///< N x N, mode j in column j, so that x' M x = 1
 };
 
 /// What SOLVER is asked for.

@@ -30,8 +30,7 @@ VISITEDNODE walk(const ADJNODE& graph, std::int32_t start, std::int32_t cut1, st
       continue;
     }
     const std::int32_t neighbour = neighbours[next++];
-    const bool isCut =
-        (node == cut1 && neighbour == cut2) || (node == cut2 && neighbour == cut1);
+    const bool isCut = (node == cut1 && neighbour == cut2) || (node == cut2 && neighbour == cut1);
     if (!isCut && !visited.at(neighbour)) {
       visited.mark(neighbour);
       stack.emplace_back(neighbour, 0);
@@ -122,8 +121,7 @@ PropellerShaft ISDESNODELOCATEDONPROPELLERSHAFT(const PROPELLER_TABLE& propeller
 GraphCheck MASSSHAFTGRAPHCHECK(const MASS_TABLE& mass, const SHAFT_TABLE& shaft) {
   GraphCheck check;
   check.isConnected = UNDIRECTEDGRAPH_ISCONNECTED(ADJNODE(mass, shaft));
-  check.hasCycle =
-      check.isConnected && UNDIRECTEDGRAPH_ISCYCLEEXIST(mass.number(), shaft.number());
+  check.hasCycle = check.isConnected && UNDIRECTEDGRAPH_ISCYCLEEXIST(mass.number(), shaft.number());
   return check;
 }
 

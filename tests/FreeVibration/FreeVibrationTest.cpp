@@ -250,14 +250,16 @@ TEST(FreeVibration, ModesSolveTheEigenproblemAndAreOrthogonal) {
   }
 }
 
-TEST(FreeVibration, ASingleInertiaHasNothingButItsRigidBodyMode) {
-  const SolverRun run("INERTIA 1 1.0 100.0 0.0 0.0\n", 1);
-  // A line needs a shaft to pass as a model, but never more than a clear word.
-  if (run.status() == 1) {
-    EXPECT_EQ(run.records("NaturalFrequency.bin"), std::vector<double>{0.0});
-    EXPECT_TRUE(run.records("RelativeDeflection.bin").empty());
-    EXPECT_TRUE(run.records("RelativeTorque.bin").empty());
-  }
+/// A flywheel with a viscous damper on it and nothing else: the ring has no spring, one degree of
+/// freedom is left.
+TEST(FreeVibration, ASingleDegreeOfFreedomHasNothingButItsRigidBodyMode) {
+  const SolverRun run(
+      "INERTIA 1 1.0 100.0 0.0 0.0\nINERTIA 2 1.0 10.0 0.0 0.0\n"
+      "SHAFT 1 1 2 1.0 0.0 50.0 0.0 0.0 0.0 0 0\nVISCOUSDAMPER 1\n1 2 50.0 0\n");
+  ASSERT_EQ(run.status(), 1) << run.log();
+  EXPECT_EQ(run.records("NaturalFrequency.bin"), std::vector<double>{0.0});
+  EXPECT_TRUE(run.records("RelativeDeflection.bin").empty());
+  EXPECT_TRUE(run.records("RelativeTorque.bin").empty());
 }
 
 TEST(FreeVibration, AModelTooLargeForADenseProblemStopsWithAText) {

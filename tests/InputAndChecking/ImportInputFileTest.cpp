@@ -144,7 +144,11 @@ TEST_F(ReadModel, LoadCaseTableKeepsItsQuirks) {
       << log();
   EXPECT_EQ(log(),
             " Error occurs when reading loadcase settings in input file line 7\n"
-            " Warning: GasTurbine 1 has more than one load case column, the first one counts\n");
+            " Warning: Load case column 5 has the unknown kind WINDMILL, it is dropped and the "
+            "powers move up by one column\n"
+            " Warning: GasTurbine 1 has more than one load case column, the first one counts\n"
+            " Warning: Load case table ends at a blank line, load case 2 and those behind it have "
+            "speed and power 0\n");
   ASSERT_EQ(model_.loadCase.number(), 1);
   EXPECT_EQ(GET_LOADCASE_ICOMPONENT(model_.loadCase, ComponentType::gasTurbine, 1), 1);
   ASSERT_EQ(model_.loadCaseSpeed.number(), 2);
