@@ -51,6 +51,7 @@ void warnOfLostShaft(const SHAFT_TABLE& shaft, RecordChecks& it, std::int32_t sh
 }  // namespace
 
 void checkViscousDampers(ModelBundle& model, const ADJNODE& graph, CheckLog& log) {
+  bool areFilesLoaded = false;
   checkRecords(log, "Viscous damper", model.viscousDamper, [&](RecordChecks& it, std::int32_t i) {
     const VISCOUSDAMPER_RECORD& damper = model.viscousDamper.at(i);
     const bool hasCasing = isInertia(model, damper.CASINGNODE);
@@ -76,6 +77,11 @@ void checkViscousDampers(ModelBundle& model, const ADJNODE& graph, CheckLog& log
       it.warning(GET_MASS_MASSTYPE(model.mass, GET_MASS_IMASS(model.mass, damper.RINGNODE)) !=
                      MassType::viscousDamperRing,
                  " has a ring not marked as such, Inertia (", damper.RINGNODE);
+    }
+    // One call of the loader reads the files of all dampers.
+    if (damper.ISCUSTOMDAMPING && !areFilesLoaded) {
+      areFilesLoaded = true;
+      log.load([&] { return LOADCUSTOMDAMPINGFILE(model.viscousDamper); });
     }
   });
 }

@@ -32,6 +32,16 @@ TEST(DataChecking, ViscousDamper) {
        {" Error: Viscous damper 11 has a link not marked as its own, Shaft (301)"}},
       {[](Model& m) { m.mass.at(1).MASSTYPE = MassType::plain; },
        {" Warning: Viscous damper 11 has a ring not marked as such, Inertia (201)"}},
+      // The files of all dampers are read where the first damper with a file is checked.
+      {[&](Model& m) {
+         damper(m).ISCUSTOMDAMPING = true;
+         damper(m).CUSTOMDAMPINGFILE = "/nowhere/damping.txt";
+         addCopy(m.viscousDamper);
+         m.rubberDamper.at(1).ABSDAMPING = -1.0;
+       },
+       {" Error occurs when reading /nowhere/damping.txt in line 1",
+        " Error: Viscous damper 11 has a index (11) used by another one",
+        " Error: Rubber damper 12 has a negative AbsDamping (-1)"}},
   });
 }
 

@@ -31,6 +31,12 @@ TEST(DataChecking, ReciprocatingPump) {
        {" Error: Reciprocating pump 18 has a negative reciprocating mass (-1)"}},
       {[&](Model& m) { pump(m).ISSIMPLIFIEDPRESSURE = false; },
        {" Error: Reciprocating pump 18 must specify the address of harmonic component file"}},
+      {[&](Model& m) {
+         pump(m).ISSIMPLIFIEDPRESSURE = false;
+         pump(m).PUMPHARMONICFILE = "/nowhere/pump.txt";
+       },
+       {" Error: Reciprocating pump 18 has a harmonic file unaccessable (/nowhere/pump.txt)",
+        " Error occurs when reading /nowhere/pump.txt in line1"}},
   });
 }
 

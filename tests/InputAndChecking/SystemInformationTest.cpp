@@ -91,7 +91,8 @@ TEST_F(SystemInformation, OverviewHasARowForEveryCylinderWithAKnownStatus) {
 TEST_F(SystemInformation, FilesThatCannotBeWrittenAreToldInTheLog) {
   std::filesystem::create_directory(file("SystemInfo.bin"));
   std::filesystem::create_directory(file("Overview.txt"));
-  const ModelBundle model = everyKindModel();
+  ModelBundle model;
+  model.diesel.allocate(1);
   OUTPUTSYSTEMINFO(model);
   OUTPUTDIESELFIRINGSTATUS(model.diesel);
   const std::string log = readText(file("Verenwick.log"));
@@ -109,6 +110,37 @@ TEST(CheckedRun, ModeZeroWritesReportsAndCalculatesNothing) {
   EXPECT_EQ(run.status(), 1);
   EXPECT_EQ(filesIn(run.results()), (std::vector<std::string>{"SystemInfo.bin", "Verenwick.log"}));
   EXPECT_EQ(run.records("SystemInfo.bin")[1], 1.0);
+}
+
+TEST(CheckedRun, PlantWithEveryKindIsSoundAndDescribed) {
+  const SolverRun run(everyKindInput(), 0);
+  EXPECT_EQ(run.status(), 1);
+  EXPECT_EQ(run.log(), "");
+  EXPECT_EQ(run.records("SystemInfo.bin"),
+            (std::vector<double>{16, 15, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 3, 24, 1, 1, 1}));
+  EXPECT_EQ(readText(run.results() / "Overview.txt"),
+            " Engine                  Cyl       Bank       Firing Status\n"
+            " ----------------------------------------------------------\n"
+            " MainEngine              203          A       Normal firing\n"
+            " MainEngine              203          B       Normal firing\n"
+            " MainEngine              204          A       Normal firing\n"
+            " MainEngine              204          B       Normal firing\n");
+}
+
+TEST(CheckedRun, LoadCaseTableFaultsAreWarnings) {
+  const SolverRun run(everyKindShaftLine() +
+                          "LOADCASE\nRPM 17 22 23\nDIESEL SCREW GENERATOR\n250.0 100.0 100.0\n\n"
+                          "500.0 200.0 200.0\n",
+                      0);
+  EXPECT_EQ(run.status(), 1);
+  EXPECT_EQ(
+      run.log(),
+      " Error occurs when reading loadcase settings in input file line 94\n"
+      " Warning: Load case column 22 has the unknown kind SCREW, it is dropped and the powers "
+      "move up by one column\n"
+      " Warning: Load case table ends at a blank line, load case 2 and those behind it have "
+      "speed and power 0\n"
+      " Warning: Load case 2 has a speed of 0\n");
 }
 
 TEST(CheckedRun, RefusedModelLeavesOnlyTheLog) {

@@ -1,198 +1,131 @@
 #include "Support/EveryKindModel.h"
 
-#include <numbers>
-#include <utility>
+#include <stdexcept>
+
+#include "InputAndChecking/ImportInputFile.h"
+#include "RunControl/Global_Parameter.h"
+#include "Support/SolverRun.h"
 
 namespace verenwick::test {
 namespace {
 
-/// Sizes a table for one record and gives it an id.
-template <class Table>
-auto& oneRecord(Table& table, std::int32_t id) {
-  table.allocate(1);
-  table.setId(1, id);
-  return table.at(1);
-}
+constexpr const char* kShaftLine = R"(
+INERTIA 201 1.0 10.0 0.0 0.0   ring of the viscous damper
+INERTIA 202 1.0 20.0 0.0 0.0   its casing
+INERTIA 203 1.0 30.0 0.0 0.0   cylinder row 1
+INERTIA 204 1.0 40.0 0.0 0.0   cylinder row 2
+INERTIA 205 1.0 50.0 0.0 0.0   flywheel, where all else hangs on
+INERTIA 206 1.0 60.0 0.0 0.0   turning mass of the rubber damper
+INERTIA 207 1.0 70.0 0.0 0.0   its drive plate
+INERTIA 208 1.0 80.0 0.0 0.0   outer member of the steel spring damper
+INERTIA 209 1.0 90.0 0.0 0.0   its inner member
+INERTIA 210 1.0 100.0 0.0 0.0  propeller
+INERTIA 211 1.0 110.0 0.0 0.0  generator
+INERTIA 212 1.0 120.0 0.0 0.0  electric motor
+INERTIA 213 1.0 130.0 0.0 0.0  gas turbine
+INERTIA 214 1.0 140.0 0.0 0.0  steam turbine
+INERTIA 215 1.0 150.0 0.0 0.0  centrifugal pump
+INERTIA 216 1.0 160.0 0.0 0.0  reciprocating pump
 
-void addInertias(MASS_TABLE& mass) {
-  mass.allocate(16);
-  for (std::int32_t i = 1; i <= 16; ++i) {
-    mass.setId(i, 200 + i);
-    mass.at(i).INERTIA = 10.0 * i;
-    mass.at(i).COMPONENTID = 200 + i;
-  }
-  mass.at(GET_MASS_IMASS(mass, ring)).MASSTYPE = MassType::viscousDamperRing;
-}
+SHAFT 301 201 202 1.0 1e6 0.0 0.0 200.0 100.0 0 0
+SHAFT 302 202 203 1.0 1e6 0.0 0.0 200.0 100.0 0 0
+SHAFT 303 203 204 1.0 1e6 0.0 0.0 200.0 100.0 1 17
+SHAFT 304 204 205 1.0 1e6 0.0 0.0 200.0 100.0 0 0
+SHAFT 305 205 207 1.0 1e6 0.0 0.0 200.0 100.0 0 0
+SHAFT 306 207 206 1.0 1e6 0.0 0.0 200.0 100.0 0 0
+SHAFT 307 205 209 1.0 1e6 0.0 0.0 200.0 100.0 0 0
+SHAFT 308 209 208 1.0 1e6 0.0 0.0 200.0 100.0 0 0
+SHAFT 309 205 210 1.0 1e6 0.0 0.0 200.0 100.0 0 0
+SHAFT 310 205 211 1.0 1e6 0.0 0.0 200.0 100.0 0 0
+SHAFT 311 205 212 1.0 1e6 0.0 0.0 200.0 100.0 0 0
+SHAFT 312 205 213 1.0 1e6 0.0 0.0 200.0 100.0 0 0
+SHAFT 313 205 214 1.0 1e6 0.0 0.0 200.0 100.0 0 0
+SHAFT 314 205 215 1.0 1e6 0.0 0.0 200.0 100.0 0 0
+SHAFT 315 205 216 1.0 1e6 0.0 0.0 200.0 100.0 0 0
 
-/// Everything hangs on the flywheel, the engine by its own line.
-void addShafts(SHAFT_TABLE& shaft) {
-  constexpr std::pair<Inertia, Inertia> kEnds[] = {
-      {ring, casing},           {casing, cylinder1},        {cylinder1, cylinder2},
-      {cylinder2, flywheel},    {flywheel, drivePlate},     {drivePlate, turningMass},
-      {flywheel, innerMember},  {innerMember, outerMember}, {flywheel, screw},
-      {flywheel, alternator},   {flywheel, motor},          {flywheel, gasTurbine},
-      {flywheel, steamTurbine}, {flywheel, impeller},       {flywheel, pumpCylinder}};
-  shaft.allocate(15);
-  std::int32_t position = 0;
-  for (const auto& [org, des] : kEnds) {
-    ++position;
-    shaft.setId(position, 300 + position);
-    SHAFT_RECORD& record = shaft.at(position);
-    record.ORGNODE = org;
-    record.DESNODE = des;
-    record.STIFFNESS = 1e6;
-    record.OUTERDI = 0.2;
-    record.INNERDI = 0.1;
-    record.COMPONENTID = 300 + position;
-  }
-}
+VISCOUSDAMPER 11
+202 201 1000.0 0
+RUBBERDAMPER 12
+206 207 100.0
+STEELSPRINGDAMPER 13
+208 209 100.0
+LINEARCOUPLING 14
+304 1000.0 1e6
+PROGRESSIVECOUPLING 15
+310 1000.0 1e5 2e5 3e5 4e5 5e5
+GEISLINGERCOUPLING 16
+309 1000.0 1e6 50.0 40.0
+GEISLINGERDAMPING
+WITHPRESSURIZED
 
-void mark(SHAFT_TABLE& shaft, Shaft id, ShaftType type, ComponentType owner, std::int32_t ownerId) {
-  SHAFT_RECORD& record = shaft.at(GET_SHAFT_ISHAFT(shaft, id));
-  record.SHAFTTYPE = type;
-  record.COMPONENTTYPE = owner;
-  record.COMPONENTID = ownerId;
-}
+DIESEL 17 MainEngine
+1000.0 750.0 4 2 0.0 1 45.0 0 1.0
+203 204
+180.0 114.0
+135.0 69.0
+1 1
+1 1
+100.0 100.0
+100.0 100.0
+300.0 400.0 0.25 100.0 90.0 1 0 0
+180.0 120.0 1.35 1.3 14.0 3.0 45.0
+50.0 1.0 -2.0 50.0 120.0 300.0 560.0
 
-void addDampersAndCouplings(ModelBundle& m) {
-  auto& viscous = oneRecord(m.viscousDamper, 11);
-  viscous.CASINGNODE = casing;
-  viscous.RINGNODE = ring;
-  viscous.ABSDAMPING = 1000.0;
-  auto& rubber = oneRecord(m.rubberDamper, 12);
-  rubber.TURNINGMASSNODE = turningMass;
-  rubber.DRIVEPLATENODE = drivePlate;
-  auto& spring = oneRecord(m.steelSpringDamper, 13);
-  spring.OUTERMEMBERNODE = outerMember;
-  spring.INNERMEMBERNODE = innerMember;
-  auto& linear = oneRecord(m.linearCoupling, 14);
-  linear.SHAFTNODE = linearShaft;
-  linear.NOMINALSTIFFNESS = 1e6;
-  auto& progressive = oneRecord(m.progressiveCoupling, 15);
-  progressive.SHAFTNODE = progressiveShaft;
-  progressive.NOMINALTORQUE = {0.0, 250.0, 500.0, 750.0, 1000.0};
-  progressive.NOMINALSTIFFNESS = {1e5, 2e5, 3e5, 4e5, 5e5};
-  auto& geislinger = oneRecord(m.geislingerCoupling, 16);
-  geislinger.SHAFTNODE = geislingerShaft;
-  geislinger.NOMINALTORQUE = 1000.0;
-  geislinger.STATICSTIFFNESS = 1e6;
-  geislinger.CHARACTERISTICFREQUENCY = 50.0;
-  geislinger.OILVISCOSITY = 40.0;
-  using enum ComponentType;
-  mark(m.shaft, viscousLink, ShaftType::viscousDamperLink, viscousDamper, 11);
-  mark(m.shaft, rubberLink, ShaftType::rubberDamperLink, rubberDamper, 12);
-  mark(m.shaft, springLink, ShaftType::steelSpringDamperLink, steelSpringDamper, 13);
-  mark(m.shaft, linearShaft, ShaftType::linearCoupling, linearCoupling, 14);
-  mark(m.shaft, progressiveShaft, ShaftType::progressiveCoupling, progressiveCoupling, 15);
-  mark(m.shaft, geislingerShaft, ShaftType::geislingerCoupling, geislingerCoupling, 16);
-}
+RECIPROCATINGPUMP 18 Mud
+500.0 750.0 1 0.0 0 0
+216
+0.0
+0.0
+100.0 200.0 0.2 10.0 1
+1
+3.0 0.0 0.0 0.0
+10.0 0.0 0.0 0.0
+ELECTRICMOTOR 19
+212 500.0 750.0 0 0.0 2
+1.0 0.0 -3.0 -4.0
+1.0 1.0 1.0 1.0
+GASTURBINE 20
+213 500.0 750.0
+STEAMTURBINE 21
+214 500.0 750.0
+PROPELLER 22
+210 500.0 750.0 4 80.0 20.0 0
+300.0 2000.0 0.8 0.6 1 100.0 0.0
+SCHWANEKE 0.0 0.0 0.0 5.0 1.0 0.0 0
+0
+GENERATOR 23
+211 500.0 750.0 4
+1.0 2.0 3.0 4.0
+1.0 1.0 1.0 1.0
+CENTRIFUGALPUMP 24
+215 500.0 750.0 1 0.0
+7.0 0.0 0.0 0.0
+1.0 0.0 0.0 0.0
+)";
 
-/// A V engine of two rows on the pressure model.
-void addDiesel(DIESEL_TABLE& table) {
-  auto& engine = oneRecord(table, 17);
-  engine.NAME = "MainEngine";
-  engine.NSTROKE = 4;
-  engine.MCRPOWER = 1e6;
-  engine.MCRSPEED = 750.0;
-  engine.NCYLINDER = 2;
-  engine.CYLINDERS[0] = cylinder1;
-  engine.CYLINDERS[1] = cylinder2;
-  engine.ISVENGINE = true;
-  engine.VANGLE = 45.0;
-  engine.VEEFIRINGTYPE = 0;
-  engine.FIRINGANGLEA = {std::numbers::pi, 2.0};
-  engine.FIRINGANGLEB = {std::numbers::pi * 0.75, 2.0 - std::numbers::pi * 0.25};
-  engine.FIRINGSTATUSA = {1, 1};
-  engine.FIRINGSTATUSB = {1, 1};
-  engine.BORE = 0.3;
-  engine.STROKE = 0.4;
-  engine.CONRODRATIO = 0.25;
-  engine.RECIPMASS = 100.0;
-  engine.ME = 0.9;
-  engine.ISTHEORETICALPRESURE = true;
-  engine.PMAX = 1.8e7;
-  engine.PCOMP = 1.2e7;
-  engine.COMPRATIO = 14.0;
-  engine.PCHARGEAIR = 3e5;
-  engine.TE = 0.5;
-  engine.ANGLEEXHAUSTSTART = 120.0;
-}
-
-template <class Machine>
-void rate(Machine& machine) {
-  machine.MCRPOWER = 5e5;
-  machine.MCRSPEED = 750.0;
-}
-
-void addMachines(ModelBundle& m) {
-  auto& pump = oneRecord(m.reciprocatingPump, 18);
-  rate(pump);
-  pump.NCYLINDER = 1;
-  pump.CYLINDERS[0] = pumpCylinder;
-  pump.BORE = 0.1;
-  pump.STROKELENGTH = 0.2;
-  pump.CONRODRATIO = 0.2;
-  pump.ISSIMPLIFIEDPRESSURE = true;
-  auto& electric = oneRecord(m.electricMotor, 19);
-  rate(electric);
-  electric.ELECTRICMOTORNODE = motor;
-  electric.MOTORORDERNUMBER = 2;
-  electric.MOTORORDER = {1.0, 0.0, -3.0, -4.0};
-  auto& gas = oneRecord(m.gasTurbine, 20);
-  rate(gas);
-  gas.GASTURBINENODE = gasTurbine;
-  auto& steam = oneRecord(m.steamTurbine, 21);
-  rate(steam);
-  steam.STEAMTURBINENODE = steamTurbine;
-  auto& propeller = oneRecord(m.propeller, 22);
-  rate(propeller);
-  propeller.PROPELLERNODE = screw;
-  propeller.NBLADE = 4;
-  propeller.DAMPINGMETHOD = 1;
-  propeller.PITCHPERCENT = 1.0;
-  propeller.TORQUEPERCENT1 = 0.05;
-  propeller.TORQUEPERCENT2 = 0.01;
-  auto& generator = oneRecord(m.generator, 23);
-  rate(generator);
-  generator.GENERATORNODE = alternator;
-  generator.GENERATORORDERNUMBER = 4;
-  generator.GENERATORORDER = {1.0, 2.0, 3.0, 4.0};
-  auto& centrifugal = oneRecord(m.centrifugalPump, 24);
-  rate(centrifugal);
-  centrifugal.CENTRIFUGALPUMPNODE = impeller;
-  centrifugal.CENTRIFUGALPUMPORDERNUMBER = 1;
-  centrifugal.CENTRIFUGALPUMPORDER = {7.0, 0.0, 0.0, 0.0};
-}
-
-void addLoadCases(ModelBundle& m) {
-  using enum ComponentType;
-  constexpr std::pair<ComponentType, std::int32_t> kColumns[] = {
-      {diesel, 17},       {reciprocatingPump, 18}, {electricMotor, 19}, {gasTurbine, 20},
-      {steamTurbine, 21}, {propeller, 22},         {generator, 23},     {centrifugalPump, 24}};
-  m.loadCase.allocate(14);
-  std::int32_t column = 0;
-  for (const auto& [type, id] : kColumns) {
-    ++column;
-    m.loadCase.at(column).COMPONENTTYPE = type;
-    m.loadCase.at(column).COMPONENTID = id;
-  }
-  m.loadCaseSpeed.allocate(3);
-  m.loadCasePower.allocate(3);
-  for (std::int32_t i = 1; i <= 3; ++i) {
-    m.loadCaseSpeed.set(i, 250.0 * i);
-  }
-}
+constexpr const char* kLoadCases = R"(
+LOADCASE
+RPM    17     18                19            20         21           22        23        24
+       DIESEL RECIPROCATINGPUMP ELECTRICMOTOR GASTURBINE STEAMTURBINE PROPELLER GENERATOR CENTRIFUGALPUMP
+250.0  100.0  50.0              50.0          50.0       50.0         50.0      100.0     50.0
+500.0  200.0  100.0             100.0         100.0      100.0        100.0     200.0     100.0
+750.0  300.0  150.0             150.0         150.0      150.0        150.0     300.0     150.0
+)";
 
 }  // namespace
 
+std::string everyKindShaftLine() { return kShaftLine; }
+
+std::string everyKindInput() { return everyKindShaftLine() + kLoadCases; }
+
 ModelBundle everyKindModel() {
+  const TemporaryDirectory directory;
+  std::string path = directory.path().string();
+  SETRESULTFILEDIR(path, static_cast<std::int32_t>(path.size()));
   ModelBundle model;
-  addInertias(model.mass);
-  addShafts(model.shaft);
-  addDampersAndCouplings(model);
-  addDiesel(model.diesel);
-  addMachines(model);
-  addLoadCases(model);
+  if (!READINPUTFILE(directory.write("input.txt", everyKindInput()), model)) {
+    throw std::runtime_error(readText(directory.file("Verenwick.log")));
+  }
   return model;
 }
 
