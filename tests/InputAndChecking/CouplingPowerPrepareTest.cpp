@@ -108,6 +108,33 @@ TEST(CouplingPower, AddsRoomWhereAComponentNamedTwiceHasTakenIt) {
   }
 }
 
+// The geared twin-engine plant of the examples: engine 1 and 2 have columns 1 and 2, the propeller
+// 3, the generator 4.
+TEST(CouplingPower, OfAGearedTwinEnginePlantIsThatOfItsMachines) {
+  const Prepared plant(test::readText(VERENWICK_EXAMPLES "/twin-engine-gear/input.txt"));
+  const ModelBundle& model = plant.model;
+  const ADJNODE graph(model.mass, model.shaft);
+  const BranchPower machines(model, PumpPower::pumpPower);
+  ASSERT_EQ(model.loadCaseSpeed.number(), 5);
+  for (std::int32_t loadCase = 1; loadCase <= 5; ++loadCase) {
+    const auto machine = [&](std::int32_t column) {
+      return model.loadCasePower.at(column, loadCase);
+    };
+    EXPECT_NEAR(plant.power(ComponentType::progressiveCoupling, 1, loadCase), machine(1), 1e-6);
+    EXPECT_NEAR(plant.power(ComponentType::progressiveCoupling, 2, loadCase), machine(2), 1e-6);
+    EXPECT_NEAR(plant.power(ComponentType::geislingerCoupling, 1, loadCase), machine(4), 1e-6);
+    for (std::int32_t s = 1; s <= model.shaft.number(); ++s) {
+      const TwoBranches sides = UNDIRECTEDGRAPH_TWOBRANCH(
+          graph, GET_MASS_IMASS(model.mass, GET_SHAFT_ORGNODE(model.shaft, s)),
+          GET_MASS_IMASS(model.mass, GET_SHAFT_DESNODE(model.shaft, s)));
+      EXPECT_NEAR(machines.sum(sides.ORGVISITEDNODE, model.loadCasePower, loadCase) +
+                      machines.sum(sides.DESVISITEDNODE, model.loadCasePower, loadCase),
+                  0.0, 1e-6)
+          << s;
+    }
+  }
+}
+
 /// A two-cylinder and a one-cylinder engine drive a propeller and a pump of two cylinders.
 TEST(BranchPower, BalancesEveryCutOfATree) {
   ReadModel read;
