@@ -1,0 +1,236 @@
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cmath>
+
+#include "ComponentTables/Global_Diesel.h"
+#include "ComputationsSrc/DiscreteFourierTransform.h"
+#include "Excitation/HarmonicData.h"
+#include "Excitation/HarmonicFileText.h"
+#include "RunControl/Constants.h"
+#include "RunControl/Global_Parameter.h"
+#include "Support/SolverRun.h"
+
+namespace verenwick {
+namespace {
+
+using test::HarmonicFileText;
+
+/// Harmonic files and the log in a directory of their own.
+class HarmonicDataTest : public testing::Test {
+ protected:
+  HarmonicDataTest() {
+    std::string results = directory_.path().string();
+    SETRESULTFILEDIR(results, static_cast<std::int32_t>(results.size()));
+  }
+  std::string write(const std::string& text) { return directory_.write("engine.har", text); }
+  std::string log() const { return test::readText(directory_.path() / "Verenwick.log"); }
+  SharedHarmonicData loaded(const std::string& text,
+                            const HarmonicFileKind& kind = kEngineHarmonicFile) {
+    HarmonicData data;
+    EXPECT_TRUE(loadHarmonicFile(write(text), kind, data)) << log();
+    return std::make_shared<HarmonicData>(std::move(data));
+  }
+
+  test::TemporaryDirectory directory_;
+};
+
+/// A file of tangential pressure curves p(angle) = sum of R_h sin(h angle + F_h).
+HarmonicFileText curves() {
+  HarmonicFileText file;
+  file.columns = {8.0, 12.0, 20.0};
+  file.resultant = {{1.0, 1.5, 2.25}, {0.5, 0.75, 1.0}, {0.2, 0.125, 0.25}};
+  file.phase = {{10.0, 20.0, 40.0}, {-95.0, -90.0, -80.0}, {170.0, 180.0, 200.0}};
+  return file;
+}
+
+TEST_F(HarmonicDataTest, GivesTheCoefficientsOfTheCurveBehindTheFile) {
+  const HarmonicFileText file = curves();
+  const SharedHarmonicData data = loaded(file.text());
+  for (std::size_t column = 0; column < file.columns.size(); ++column) {
+    std::vector<double> curve(360, 0.0);
+    for (std::size_t p = 0; p < curve.size(); ++p) {
+      for (std::size_t h = 0; h < file.resultant.size(); ++h) {
+        const double angle = static_cast<double>(h + 1) * static_cast<double>(p) * kPi / 180.0;
+        curve[p] +=
+            1e6 * file.resultant[h][column] * std::sin(angle + file.phase[h][column] * kPi / 180.0);
+      }
+    }
+    std::vector<std::complex<double>> expected(4);
+    DISCRETEFOURIERTRANSFORM(expected, curve);
+    const auto coefficients = interpolateHarmonics(data, file.columns[column] * 1e5);
+    ASSERT_EQ(coefficients.size(), 3U);
+    for (std::size_t h = 0; h < 3; ++h) {
+      EXPECT_LT(std::abs(coefficients[h] - expected[h + 1]), 0.1) << column << " " << h;
+      // Seven digits are kept.
+      EXPECT_EQ(coefficients[h].real(), roundedToSingle(coefficients[h].real()));
+      EXPECT_EQ(coefficients[h].imag(), roundedToSingle(coefficients[h].imag()));
+    }
+  }
+}
+
+TEST_F(HarmonicDataTest, InterpolatesResultantAndPhaseAndGoesOnBeyondTheColumns) {
+  const SharedHarmonicData data = loaded(curves().text());
+  struct Point {
+    double bar, resultant, phase;
+  };
+  // Row 1; beyond the ends the outermost pair goes on, down to a negative resultant.
+  for (const Point p : {Point{10.0, 1.25, 15.0}, Point{16.0, 1.875, 30.0}, Point{4.0, 0.5, 0.0},
+                        Point{24.0, 2.625, 50.0}, Point{-4.0, -0.5, -20.0}}) {
+    const auto row = interpolateHarmonics(data, p.bar * 1e5)[0];
+    const double phase = p.phase * kPi / 180.0;
+    EXPECT_NEAR(row.real(), 0.5e6 * p.resultant * std::sin(phase), 0.2) << p.bar;
+    EXPECT_NEAR(row.imag(), -0.5e6 * p.resultant * std::cos(phase), 0.2) << p.bar;
+  }
+}
+
+TEST_F(HarmonicDataTest, OneColumnMeetsTheNextRowAtZero) {
+  HarmonicFileText file;
+  file.columns = {10.0};
+  file.resultant = {{1.0}, {0.5}};
+  file.phase = {{90.0}, {90.0}};
+  const auto rows = interpolateHarmonics(loaded(file.text()), 5e5);
+  // Row 1 lies between 1.0 at 10 bar and row 2's value at zero, row 2 between 0.5 and nothing.
+  EXPECT_NEAR(rows[0].real(), 0.5e6 * 0.75, 0.1);
+  EXPECT_NEAR(rows[1].real(), 0.5e6 * 0.25 * std::sin(kPi / 4), 0.1);
+}
+
+TEST_F(HarmonicDataTest, KeepsEveryMatrixOfTheLargestFile) {
+  HarmonicFileText file;
+  for (int column = 1; column <= 100; ++column) {
+    file.columns.push_back(column);
+  }
+  for (int h = 1; h <= 24; ++h) {
+    file.resultant.emplace_back();
+    file.phase.emplace_back();
+    for (int column = 1; column <= 100; ++column) {
+      file.resultant.back().push_back(h + column / 1000.0);
+      file.phase.back().push_back(h - column / 100.0);
+    }
+  }
+  const SharedHarmonicData data = loaded(file.text());
+  EXPECT_EQ(data->resultant.size(), 2400U);
+  for (const auto& [h, column] : {std::pair{1U, 1U}, {1U, 100U}, {17U, 42U}, {24U, 100U}}) {
+    const std::size_t element = (h - 1) * 100 + column - 1;
+    const double resultant = (h + column / 1000.0) * 1e6;
+    const double phase = (h - column / 100.0) * kPi / 180.0;
+    EXPECT_NEAR(data->resultant[element], resultant, 1e-3);
+    EXPECT_NEAR(data->phaseAngle[element], phase, 1e-9);
+    EXPECT_NEAR(data->cosine[element], resultant * std::sin(phase), 2.0);
+    EXPECT_NEAR(data->sine[element], resultant * std::cos(phase), 2.0);
+    EXPECT_EQ(data->harmonicOrder[h - 1], h);
+    EXPECT_DOUBLE_EQ(data->columnValues[column - 1], column * 1e5);
+  }
+}
+
+TEST_F(HarmonicDataTest, ReadsByPositionAndKeywordOnly) {
+  // Blanks don't count in the labels, words and remarks may stand anywhere else, a comma is a
+  // decimal point, and the last block's column values count.
+  const SharedHarmonicData data = loaded(
+      "COSINE SINE\n"
+      "  O r d e r s :  2\n"
+      "N MI P 2\n"
+      "a COSINE in line 4 is not looked at\n"
+      "free text\n"
+      "*** COSINE components ***\n#\n 9 9.5 bar\n#\n#\n1 0.1 0.2 remark\n2 0.3 0.4\n"
+      "free text\nSINE\n#\n#\n#\n#\n1 0.5 0.6\n2\t0.7\t0.8\n"
+      "RESULTANT\n#\n9 9.5\n#\n#\n1 1,25 1.5\n2 1D0 +2E-1\nfree text\n"
+      "PHASE\n#\n10 20\n#\n#\n0.5 90 90\n1.0 180 0\n");
+  EXPECT_EQ(data->columnValues, (std::vector{10e5, 20e5}));
+  EXPECT_EQ(data->harmonicOrder, (std::vector{0.5, 1.0}));
+  EXPECT_EQ(data->sine, (std::vector{0.5e6, 0.6e6, 0.7e6, 0.8e6}));
+  EXPECT_EQ(data->resultant, (std::vector{1.25e6, 1.5e6, 1e6, 0.2e6}));
+  EXPECT_DOUBLE_EQ(data->phaseAngle[2], kPi);
+}
+
+TEST_F(HarmonicDataTest, PumpFilesDifferInTheSecondLabelAndTheColumnUnit) {
+  HarmonicFileText file = curves();
+  file.columnLabel = "SpeedPercentage:";
+  const SharedHarmonicData data = loaded(file.text(), kPumpHarmonicFile);
+  EXPECT_EQ(data->columnValues, file.columns);
+  EXPECT_EQ(data->resultant[1], 1.5e6);
+}
+
+TEST_F(HarmonicDataTest, FailuresHaveTheirWords) {
+  const std::string good = curves().text();
+  const auto changed = [&](const std::string& from, const std::string& to) {
+    std::string text = good;
+    text.replace(text.find(from), from.size(), to);
+    return text;
+  };
+  const auto line = [&](int number) {
+    return " Error occurs when reading " + directory_.file("engine.har") + " in line" +
+           std::to_string(number) + "\n";
+  };
+  const std::string orders = " Number of harmonic orders exceeds the max allowable number\n";
+  const std::string columns =
+      " Number of mean indicated pressure exceeds the max allowable number\n";
+  struct Case {
+    std::string text, words;
+  };
+  for (const Case& c : {
+           Case{"", line(1)},
+           Case{"one line\n", line(2)},
+           Case{changed("Orders:3", "Orders:"), line(2)},
+           Case{changed("Orders:3", "Ord 3"), line(2)},
+           Case{changed("Orders:3", "Orders:3.5"), line(2)},
+           Case{changed("Orders:3", "Orders:nan"), line(2)},
+           Case{changed("Orders:3", "Orders:0"), line(2)},
+           Case{changed("Orders:3", "Orders:-3"), line(2)},
+           Case{changed("Orders:3", "Orders:25"), orders},
+           Case{changed("Orders:3", "Orders:2000000000"), orders},
+           Case{changed("Orders:3", "Orders:20000000000"), line(2)},
+           Case{changed("NMIP3", "NMIP"), line(3)},
+           Case{changed("NMIP3", "NMIP-1"), line(3)},
+           Case{changed("NMIP3", "NMIP0"), line(3)},
+           Case{changed("NMIP3", "NMIP101"), columns},
+           Case{changed("8 12 20", "8 12"), line(7)},
+           Case{changed("0.173648177667", "nan"), line(10)},
+           Case{changed("0.173648177667", "inf"), line(10)},
+           // Without its keyword a block is searched up to the end of the file: line 37 is none.
+           Case{changed("COSINE", "cosine"), line(37)},
+           Case{changed("\nSINE", "\nSine"), line(37)},
+           Case{changed("RESULTANT", "Resultant"), line(37)},
+           Case{changed("PHASE", "Phase"), line(37)},
+           Case{good.substr(0, good.rfind("\n3 ")), line(36)},
+       }) {
+    std::filesystem::remove(directory_.path() / "Verenwick.log");
+    HarmonicData data;
+    EXPECT_FALSE(loadHarmonicFile(write(c.text), kEngineHarmonicFile, data));
+    EXPECT_EQ(log(), c.words) << c.text.substr(0, 80);
+  }
+  std::filesystem::remove(directory_.path() / "Verenwick.log");
+  HarmonicData data;
+  EXPECT_FALSE(
+      loadHarmonicFile(" " + directory_.file("none.har") + "  ", kEngineHarmonicFile, data));
+  EXPECT_EQ(log(), " Error occurs when reading " + directory_.file("none.har") + " in line1\n");
+}
+
+TEST_F(HarmonicDataTest, OneCallReadsTheFilesOfAllEngines) {
+  const std::string good = write(curves().text());
+  DIESEL_TABLE table;
+  ALLOCATE_DIESEL_TABLE(table, 3);
+  bool status = false;
+  LOADHALDORINFILE(table, status);
+  EXPECT_FALSE(status) << "blank names leave it alone";
+
+  table.at(1).NORMALHARMONICFILE = good;
+  table.at(2).MISHARMONICFILE = good;
+  LOADHALDORINFILE(table, status);
+  EXPECT_TRUE(status);
+  EXPECT_EQ(GETNORMALFIRINGHARMONICDATA(table, 1, 9e5).size(), 3U);
+  EXPECT_TRUE(GETMISFIRINGHARMONICDATA(table, 1, 9e5).empty());
+  EXPECT_TRUE(GETNORMALFIRINGHARMONICDATA(table, 2, 9e5).empty());
+  EXPECT_EQ(GETMISFIRINGHARMONICDATA(table, 2, 9e5), GETNORMALFIRINGHARMONICDATA(table, 1, 9e5));
+  EXPECT_EQ(GET_DIESEL_NORMAL(table, 1), GET_DIESEL_MISFIRING(table, 2)) << "memory is shared";
+
+  // The first failure ends the walk.
+  table.at(1).MISHARMONICFILE = directory_.file("none.har");
+  table.at(3).NORMALHARMONICFILE = good;
+  LOADHALDORINFILE(table, status);
+  EXPECT_FALSE(status);
+  EXPECT_EQ(GET_DIESEL_NORMAL(table, 3), nullptr);
+}
+
+}  // namespace
+}  // namespace verenwick
