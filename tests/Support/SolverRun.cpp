@@ -3,7 +3,6 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <cstring>
 #include <fstream>
 #include <sstream>
 #include <stdexcept>
@@ -41,7 +40,8 @@ std::string readText(const fs::path& path) {
 std::vector<double> readRecords(const fs::path& path) {
   const std::string bytes = readText(path);
   std::vector<double> values(bytes.size() / sizeof(double));
-  std::memcpy(values.data(), bytes.data(), values.size() * sizeof(double));
+  std::copy_n(bytes.begin(), values.size() * sizeof(double),
+              reinterpret_cast<char*>(values.data()));
   return values;
 }
 
