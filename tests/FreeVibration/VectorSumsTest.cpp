@@ -206,6 +206,19 @@ TEST(VectorSums, AStrokeCountOfThreeHasTwentyHalfOrders) {
   EXPECT_TRUE(std::all_of(angle.begin(), angle.end(), [](double a) { return std::isnan(a); }));
 }
 
+TEST(VectorSums, TheShipsMainCriticalIsThatOfThePrintedModel) {
+  // Printed: order 5 meets the mode of 330.08 1/min at 66.016 rpm.
+  const test::SolverRun run(test::readText(VERENWICK_EXAMPLES "/two-stroke-ship/input.txt"));
+  ASSERT_EQ(run.status(), 1) << run.log();
+  const VectorSums r(run);
+  const std::size_t x = record(1, 12, 2, 20, 5);
+  EXPECT_NEAR(r.rpm[x], 66.016, 0.001);
+  EXPECT_EQ(r.sum[x], 1.0);
+  for (std::size_t o = 1; o <= 4; ++o) {
+    EXPECT_LT(r.sum[record(1, 12, 2, 20, o)], 0.05) << o;
+  }
+}
+
 TEST(VectorSums, WithoutEnginesThereAreNoFiles) {
   const test::SolverRun run(mendes());
   for (const std::string& file : test::filesIn(run.results())) {
