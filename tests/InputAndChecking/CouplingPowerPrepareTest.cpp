@@ -73,25 +73,41 @@ TEST(CouplingPower, IsWhatPassesTheShaft) {
 }
 
 TEST(CouplingPower, ColumnsFollowTheOrderOfKindsAndKeepWhatTheFileGave) {
-  std::string text = inertias(7);
+  std::string text = inertias(10);
   for (int i = 1; i < 7; ++i) {
     text += shaft(i, i, i + 1);
   }
-  const std::string machines = turbine(1, 1) + propeller(1, 7);
-  text += "PROGRESSIVECOUPLING 5\n3 1.0 1 2 3 4 5\n" + linearCoupling(8, 1) + linearCoupling(2, 2) +
-          linearCoupling(9, 4) + machines;
+  // Dampers hang on the first inertia, which the turbine makes its own again.
+  text += shaft(7, 1, 8) + shaft(8, 1, 9) + shaft(9, 1, 10) +
+          "STEELSPRINGDAMPER 3\n10 1 5.0\nRUBBERDAMPER 3\n9 1 5.0\nVISCOUSDAMPER 3\n1 8 5.0 0\n"
+          "GEISLINGERCOUPLING 5\n5 1.0 1 1 1\nGENERALDAMPING\n"
+          "PROGRESSIVECOUPLING 5\n3 1.0 1 2 3 4 5\n" +
+          linearCoupling(8, 1) + linearCoupling(2, 2) + linearCoupling(9, 4) + turbine(1, 1) +
+          propeller(1, 7);
   const Prepared plant(text +
                        "LOADCASE\nRPM 1 2 1\nGASTURBINE LINEARCOUPLING PROPELLER\n"
-                       "50 100 77 100\n100 200 88 200\n");
-  EXPECT_EQ(plant.column(ComponentType::linearCoupling, 8), 4);
-  EXPECT_EQ(plant.column(ComponentType::linearCoupling, 9), 5);
-  EXPECT_EQ(plant.column(ComponentType::progressiveCoupling, 5), 6);
-  EXPECT_EQ(GET_LOADCASE_COMPONENTNUMBER(plant.model.loadCase), 6);
-  for (const std::int32_t loadCase : {1, 2}) {
-    EXPECT_EQ(plant.power(ComponentType::linearCoupling, 2, loadCase), 66e3 + 11e3 * loadCase);
-    EXPECT_EQ(plant.power(ComponentType::linearCoupling, 9, loadCase), 100e3 * loadCase);
-    EXPECT_EQ(plant.power(ComponentType::progressiveCoupling, 5, loadCase), 100e3 * loadCase);
+                       "50 100 77 100\n100 230 88 200\n");
+  struct Added {
+    ComponentType type;
+    std::int32_t id;
+    double power;  ///< of the second load case, W
+  };
+  // Behind the columns of the file; the surplus of the second load case passes to the dampers too.
+  const Added added[] = {
+      {ComponentType::linearCoupling, 8, 230e3},      {ComponentType::linearCoupling, 9, 230e3},
+      {ComponentType::progressiveCoupling, 5, 230e3}, {ComponentType::geislingerCoupling, 5, 230e3},
+      {ComponentType::viscousDamper, 3, 30e3},        {ComponentType::rubberDamper, 3, 30e3},
+      {ComponentType::steelSpringDamper, 3, 30e3}};
+  std::int32_t column = 3;
+  for (const Added& component : added) {
+    EXPECT_EQ(plant.column(component.type, component.id), ++column);
+    EXPECT_EQ(plant.power(component.type, component.id, 2), component.power) << column;
   }
+  EXPECT_EQ(GET_LOADCASE_COMPONENTNUMBER(plant.model.loadCase), column);
+  EXPECT_EQ(plant.power(ComponentType::progressiveCoupling, 5, 1), 100e3);
+  EXPECT_EQ(plant.power(ComponentType::viscousDamper, 3, 1), 0.0);
+  EXPECT_EQ(plant.power(ComponentType::linearCoupling, 2, 1), 77e3);
+  EXPECT_EQ(plant.power(ComponentType::linearCoupling, 2, 2), 88e3);
 }
 
 TEST(CouplingPower, AddsRoomWhereAComponentNamedTwiceHasTakenIt) {
