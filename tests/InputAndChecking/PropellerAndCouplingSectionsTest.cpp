@@ -127,6 +127,7 @@ TEST(CouplingSections, AGeislingerCouplingTakesItsWordsWhereTheyAreAskedFor) {
   // Each section goes on with what the one before it left in force.
   const std::vector<Case> cases = {
       {"unknown\n", 0, 0, 0},
+      {"GEISLINGERDAMPING\nunknown\n", 1, 0, 0},
       {"geislingerdamping\nwithoutpressurized\nmultispring\n", 1, 2, 1},
       {"GENERALDAMPING\n", 2, 2, 1},
       {"GEISLINGERDAMPING remark\nWITHPRESSURIZED\n", 1, 1, 1},
