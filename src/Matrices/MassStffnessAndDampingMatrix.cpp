@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "Matrices/RowComponents.h"
 #include "RunControl/RunStopped.h"
 
 namespace verenwick {
@@ -11,24 +12,6 @@ namespace {
 constexpr std::int32_t kLargestFreeOrder = 5000;
 
 std::size_t index(std::int32_t position) { return static_cast<std::size_t>(position) - 1; }
-
-/// Position of the engine whose formula damps a row of its own; 0 if there is none.
-std::int32_t formulaDampingEngine(const ModelBundle& model, std::int32_t id) {
-  const std::int32_t iDiesel = GET_DIESEL_IDIESEL(model.diesel, id);
-  return iDiesel >= 1 && GET_DIESEL_ISFORMULADAMPING(model.diesel, iDiesel) ? iDiesel : 0;
-}
-
-std::int32_t cylinderFormulaEngine(const ModelBundle& model, std::int32_t row) {
-  const bool isCylinder = GET_MASS_MASSTYPE(model.mass, row) == MassType::dieselCylinder &&
-                          GET_MASS_COMPONENTTYPE(model.mass, row) == ComponentType::diesel;
-  return isCylinder ? formulaDampingEngine(model, GET_MASS_COMPONENTID(model.mass, row)) : 0;
-}
-
-std::int32_t crankThrowFormulaEngine(const ModelBundle& model, std::int32_t row) {
-  const bool isThrow = GET_SHAFT_SHAFTTYPE(model.shaft, row) == ShaftType::crankThrow &&
-                       GET_SHAFT_COMPONENTTYPE(model.shaft, row) == ComponentType::diesel;
-  return isThrow ? formulaDampingEngine(model, GET_SHAFT_COMPONENTID(model.shaft, row)) : 0;
-}
 
 /// Damping of one inertia to ground: by the engine's formula, absolute, or by magnifier.
 void addMassDamping(const ModelBundle& model, std::int32_t row, double excitationOrder,
@@ -67,31 +50,12 @@ void BUILDMASSANDMASSDAMPINGMATRIX(bool IsFreeVibration, const ModelBundle& mode
   }
 }
 
-/// Position of the Geislinger coupling on a shaft; 0 if there is none.
-std::int32_t geislingerCoupling(const ModelBundle& model, std::int32_t row) {
-  return GET_SHAFT_SHAFTTYPE(model.shaft, row) == ShaftType::geislingerCoupling
-             ? GET_GEISLINGERCOUPLING_IGEISLINGERCOUPLING_SHAFTNODE(model.geislingerCoupling,
-                                                                    GET_SHAFT_ID(model.shaft, row))
-             : 0;
-}
-
 /// Stiffness and damping of one shaft at an excitation order.
 struct ShaftValues {
   double stiffness;
   double damping;
   double magnifier;
 };
-
-/// Position of the viscous damper whose table over frequency holds for a shaft; 0 if none does.
-std::int32_t customViscousDamper(const ModelBundle& model, std::int32_t row) {
-  if (GET_SHAFT_SHAFTTYPE(model.shaft, row) != ShaftType::viscousDamperLink ||
-      GET_SHAFT_COMPONENTTYPE(model.shaft, row) != ComponentType::viscousDamper) {
-    return 0;
-  }
-  const std::int32_t damper = GET_VISCOUSDAMPER_IVISCOUSDAMPER(
-      model.viscousDamper, GET_SHAFT_COMPONENTID(model.shaft, row));
-  return damper > 0 && GET_VISCOUSDAMPER_ISCUSTOMDAMPING(model.viscousDamper, damper) ? damper : 0;
-}
 
 /// The free problem takes the values of the row. In the forced problem those of some shafts go with
 /// the excitation frequency; a shaft whose component isn't in its table keeps the values of its
@@ -104,7 +68,7 @@ ShaftValues shaftValues(bool IsFreeVibration, const ModelBundle& model, std::int
   if (IsFreeVibration) {
     return shaft;
   }
-  if (const std::int32_t coupling = geislingerCoupling(model, row); coupling > 0) {
+  if (const std::int32_t coupling = geislingerCouplingOfShaft(model, row); coupling > 0) {
     const GEISLINGERCOUPLING_TABLE& table = model.geislingerCoupling;
     shaft.stiffness =
         CALCULATE_GEISLINGERCOUPLING_STIFFNESSDYNAMIC(table, coupling, excitationOrder);
