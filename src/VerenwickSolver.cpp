@@ -4,6 +4,7 @@
 #include <string>
 
 #include "ComponentTables/ModelBundle.h"
+#include "ForcedVibration/ForcedVibration.h"
 #include "FreeVibration/FreeVibration.h"
 #include "InputAndChecking/CouplingPowerPrepare.h"
 #include "InputAndChecking/DataChecking.h"
@@ -55,6 +56,9 @@ void calculate(ModelBundle& model, std::int32_t mode) {
   }
   if (mode != forcedOnly) {
     FREEVIBRATIONCALCULATION(model);
+  }
+  if (mode != freeOnly) {
+    FORCEDVIBRATIONCALCULATION(model);
   }
 }
 

@@ -65,6 +65,10 @@ class DirectAccessFile {
  public:
   /// Opens the file in the result directory; throws RunStopped when it can't be opened.
   explicit DirectAccessFile(const results::ResultFile& file);
+  /// A run that is stopped leaves what was written until then.
+  ~DirectAccessFile() { flush(); }
+  DirectAccessFile(const DirectAccessFile&) = delete;
+  DirectAccessFile& operator=(const DirectAccessFile&) = delete;
   /// A failed write is latched and reported by close().
   void write(std::int64_t record, double value);
   void write(std::int64_t record, std::span<const double> values);

@@ -1,0 +1,145 @@
+#include "ForcedVibration/ForcedVibration.h"
+
+#include <string>
+
+#include "ForcedVibration/FamilyResults.h"
+#include "ForcedVibration/LoadCaseReport.h"
+#include "ForcedVibration/PowerLoss.h"
+#include "ForcedVibration/ResultFiles.h"
+#include "ForcedVibration/ShaftPower.h"
+#include "ForcedVibration/ShaftResults.h"
+#include "ForcedVibration/SourceResponse.h"
+#include "ForcedVibration/Synthesis.h"
+#include "Matrices/LoadCaseSetting.h"
+#include "RunControl/RunStopped.h"
+
+namespace verenwick {
+namespace {
+
+using results::ResultFile;
+using results::resultFile;
+
+/// Largest order of the dense complex system: its matrix takes 400 MB.
+constexpr std::int32_t kLargestForcedOrder = 5000;
+
+/// Where the synthesis of each quantity goes.
+constexpr std::array<const ResultFile*, results::kQuantities> kSynthesisFiles = {
+    &resultFile("SynthesisDeflection.bin"),   &resultFile("SynthesisVelocity.bin"),
+    &resultFile("SynthesisAcceleration.bin"), &resultFile("SynthesisTorque.bin"),
+    &resultFile("SynthesisStress.bin"),       &resultFile("SynthesisDampingTorque.bin")};
+
+/// What is the same for all load cases.
+struct ForcedModel {
+  explicit ForcedModel(const ModelBundle& model)
+      : points{model.mass.number(), model.shaft.number()},
+        considerPhase(GET_PROPELLER_ISMODELCONSIDERPHASEANGLE(model.propeller)),
+        hasDiesel(model.diesel.number() > 0) {
+    conditions.hasCouplingOrDamper =
+        model.steelSpringDamper.number() + model.viscousDamper.number() +
+            model.rubberDamper.number() + model.geislingerCoupling.number() +
+            model.linearCoupling.number() + model.progressiveCoupling.number() >
+        0;
+    conditions.hasIce = hasIceExcitation(model.propeller);
+    conditions.isAngleBased = GET_OUTPUTANGLEBASEDRESULTS() && hasDiesel;
+    if (points.inertias < 1 || points.inertias > kLargestForcedOrder) {
+      throw RunStopped("** The forced vibration calculation takes 1 to " +
+                       std::to_string(kLargestForcedOrder) + " inertias, not " +
+                       std::to_string(points.inertias));
+    }
+  }
+
+  PointCounts points;
+  ResultConditions conditions;
+  bool considerPhase;
+  bool hasDiesel;
+};
+
+/// The response to every source of a family and what the shafts undergo by it.
+void respondToFamily(ModelBundle& model, const ForcedModel& forced, std::int32_t loadCase,
+                     const SourceFamily& family, FamilyResults& results) {
+  for (std::int32_t s = 1; s <= results.sources; ++s) {
+    if (!family.isRunning(model, s)) {
+      continue;
+    }
+    const SourceResults source = results.source(s);
+    family.respond(model, s, loadCase, source);
+    SINGLELOADCASESHAFTTORQUE(model, source.EXFO, source.of(Quantity::deflection),
+                              source.of(Quantity::torque));
+    SINGLELOADCASESHAFTSTRESS(model.shaft, source.of(Quantity::torque),
+                              source.of(Quantity::stress));
+    if (forced.conditions.hasCouplingOrDamper) {
+      SINGLELOADCASESHAFTDAMPINGTORQUE(model, source.EXFO, source.of(Quantity::velocity),
+                                       source.of(Quantity::dampingTorque));
+    }
+  }
+}
+
+/// Sums the orders of all quantities and writes the sums.
+void synthesise(const ForcedModel& forced, std::int32_t loadCase, const LoadCaseResults& results,
+                ForcedResultFiles& files) {
+  const double base = baseFrequency(results);
+  std::optional<PhaseTable> phases;
+  if (base != 0.0) {
+    phases.emplace(results, base);
+  }
+  Waveforms torque;
+  Waveforms dampingTorque;
+  Waveforms other;
+  std::vector<double> synthesis;
+  for (int q = 0; q < results::kQuantities; ++q) {
+    const auto quantity = static_cast<Quantity>(q);
+    if (quantity == Quantity::dampingTorque && !forced.conditions.hasCouplingOrDamper) {
+      continue;
+    }
+    const bool isTorque = quantity == Quantity::torque;
+    const bool isDampingTorque = quantity == Quantity::dampingTorque;
+    Waveforms& waveforms = isTorque ? torque : isDampingTorque ? dampingTorque : other;
+    synthesis.resize(asSize(forced.points.of(quantity)));
+    SINGLELOADCASESYNTHESIS(results, quantity, phases ? &*phases : nullptr, forced.considerPhase,
+                            synthesis, waveforms, isTorque || isDampingTorque, forced.hasDiesel);
+    files.writePoints(loadCase, *kSynthesisFiles[asSize(q)], synthesis);
+    files.writeWaveforms(loadCase, quantity, forced.points.of(quantity), waveforms);
+  }
+  if (forced.conditions.hasCouplingOrDamper) {
+    CALCULATERESULTANTTORQUE(forced.considerPhase, synthesis, torque, dampingTorque);
+    files.writePoints(loadCase, resultFile("ResultantTorque.bin"), synthesis);
+  }
+}
+
+}  // namespace
+
+void FORCEDVIBRATIONCALCULATION(ModelBundle& model) {
+  const ForcedModel forced(model);
+  const std::size_t shafts = asSize(forced.points.shafts);
+  LoadCaseResults results;
+  for (std::size_t f = 0; f < results.size(); ++f) {
+    results[f].points = forced.points;
+    results[f].sources = kSourceFamilies[f].sources(model);
+    results[f].orders = kSourceFamilies[f].orders(model);
+  }
+  ForcedResultFiles files(forced.conditions);
+  WRITELOADCASESETTING(model);
+  const std::vector<double> shaftPower = CALCULATELOADCASESHAFTPOWER(model);
+  std::vector<double> SHAFTPOWERLOSS(shafts);
+  std::vector<double> NOMTORQUE(shafts);
+  std::vector<double> NOMSTRESS(shafts);
+  for (std::int32_t L = 1; L <= model.loadCaseSpeed.number(); ++L) {
+    LOADCASESETTING(model, L);
+    for (std::size_t f = 0; f < results.size(); ++f) {
+      results[f].clear();
+      respondToFamily(model, forced, L, kSourceFamilies[f], results[f]);
+      files.writeFamily(L, static_cast<Family>(f), results[f]);
+    }
+    SINGLELOADCASESHAFTPOWERLOSS(model, results, SHAFTPOWERLOSS);
+    synthesise(forced, L, results, files);
+    SINGLELOADCASENOMINALTORQUE(
+        model.shaft, std::span(shaftPower).subspan((asSize(L) - 1) * shafts, shafts), NOMTORQUE);
+    SINGLELOADCASENOMINALSTRESS(model.shaft, NOMTORQUE, NOMSTRESS);
+    files.writePoints(L, resultFile("ShaftPowerLoss.bin"), SHAFTPOWERLOSS);
+    files.writePoints(L, resultFile("NominalTorque.bin"), NOMTORQUE);
+    files.writePoints(L, resultFile("NominalStress.bin"), NOMSTRESS);
+  }
+  files.close();
+}
+
+}  // namespace verenwick
