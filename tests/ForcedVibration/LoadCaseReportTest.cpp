@@ -1,0 +1,149 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "ForcedVibration/AllFamiliesPlant.h"
+#include "Support/SolverRun.h"
+
+namespace verenwick::test {
+namespace {
+
+using testing::HasSubstr;
+using testing::Not;
+
+TEST(LoadCaseReport, EveryKindOfComponentHasItsSectionInTheOrderOfTheColumns) {
+  // The plant with its first load case alone. Behind the columns of the file come those that the
+  // couplings and dampers were given.
+  const std::string text = kAllFamiliesPlant.substr(0, kAllFamiliesPlant.find("600.0 1200.0"));
+  const SolverRun run(text, 2);
+  ASSERT_EQ(run.status(), 1) << run.log();
+  EXPECT_EQ(readText(run.results() / "LoadCaseSetting.txt"), R"(
+Diesel   1
+Case     Speed     Power     P.Max    P.Inlet   P.Comp       MIP       MEP
+         [rpm]  [kW/cyl]     [bar]      [bar]    [bar]     [bar]     [bar]
+--------------------------------------------------------------------------
+   1     450.0     233.3     164.4       3.2     113.1      22.5      19.3
+
+Propeller   1
+                                                    Propeller excitation
+Case  Engine speed  Blade freq.   Power     Damping  1st order  2nd order
+             [rpm]      [min-1]    [kW]   [Nms/rad]       [Nm]       [Nm]
+-------------------------------------------------------------------------
+   1         112.5        450.0   500.0   9.431E+03  2.122E+03  6.366E+02
+
+Generator   1
+Case          Speed          Power
+              [rpm]           [kW]
+--------------------------------
+   1          900.0          150.0
+
+Centrifugal pump   1
+Case          Speed          Power
+              [rpm]           [kW]
+--------------------------------
+   1          450.0          100.0
+
+Reciprocating pump   1
+Case     Speed        Speed       Power       T_rpm       T_mcr     T_ratio
+         [rpm]  [%MCRSpeed]    [kW/cyl]       [kNm]       [kNm]         [%]
+--------------------------------------------------------------------------
+   1     225.0         0.60        35.0         3.0         3.8        0.78
+
+Electric motor   1
+Case          Speed          Power
+              [rpm]           [kW]
+--------------------------------
+   1          450.0          120.0
+
+Linear coupling   1
+Note: The listed damping values are calculated basing on shaft order
+Case          Speed       Stiffness       Damping
+              [rpm]        [Nm/rad]     [Nms/rad]
+-----------------------------------------------
+   1          450.0     1.500E+005     4.547E+002
+
+Progressive coupling   1
+Note: The listed damping values are calculated basing on shaft order
+Case          Speed       Stiffness       Damping
+              [rpm]        [Nm/rad]     [Nms/rad]
+-----------------------------------------------
+   1          900.0     2.164E+005     3.827E+002
+
+Geislinger coupling   1
+Note: The listed stiffness and damping values are calculated basing on shaft order
+Case          Speed       Stiffness       Damping
+              [rpm]        [Nm/rad]     [Nms/rad]
+-----------------------------------------------
+   1          450.0     4.228E+005     1.702E+003
+
+Viscous damper   1
+Case          Speed       Stiffness       Damping
+              [rpm]        [Nm/rad]     [Nms/rad]
+-----------------------------------------------
+   1          450.0     0.000E+000     8.000E+002
+
+Rubber damper   1
+Note: The listed damping values are calculated basing on shaft order
+Case          Speed       Stiffness       Damping
+              [rpm]        [Nm/rad]     [Nms/rad]
+-----------------------------------------------
+   1          450.0     6.000E+004     2.546E+002
+
+Steel spring damper   1
+Case          Speed       Stiffness       Damping
+              [rpm]        [Nm/rad]     [Nms/rad]
+-----------------------------------------------
+   1          450.0     9.000E+005     1.500E+003
+)");
+}
+
+TEST(LoadCaseReport, TurbinesAndNumbersTooWideForTheirField) {
+  const SolverRun run(
+      "INERTIA 1 1.0 10.0 0.0 0.0\nINERTIA 2 1.0 4.0 0.0 0.0\nINERTIA 3 1.0 4.0 0.0 0.0\n"
+      "SHAFT 1 1 2 1.0 90000.0 30.0 0.0 80.0 0.0 0 0\nSHAFT 2 2 3 1.0 90000.0 0.0 9.0 80.0 0.0 0 "
+      "0\n"
+      "LINEARCOUPLING 1\n2 500.0 9.0E104\nGASTURBINE 12\n1 1000.0 1500.0\nSTEAMTURBINE 1234\n"
+      "3 1000.0 1500.0\nLOADCASE\nRPM 12 1234\nGASTURBINE STEAMTURBINE\n"
+      "900.0 1.0E12 100.0\n1000.0 1.0E14 -0.04\n",
+      2);
+  ASSERT_EQ(run.status(), 1) << run.log();
+  const std::string text = readText(run.results() / "LoadCaseSetting.txt");
+  EXPECT_THAT(text, HasSubstr("\nGas turbine  12\nCase          Speed          Power\n"));
+  EXPECT_THAT(
+      text,
+      HasSubstr("\n   1          900.01000000000000.0\n   2         1000.0***************\n"));
+  EXPECT_THAT(text, HasSubstr("\nSteam turbine ***\n"));
+  EXPECT_THAT(text, HasSubstr("     9.000E+104     1.061E+102\n"));
+}
+
+/// A viscous damper with a table over frequency between an engine-less motor line.
+std::string customDamperPlant(const std::string& table) {
+  return "INERTIA 1 1.0 10.0 0.0 0.0\nINERTIA 2 1.0 4.0 0.0 0.0\nINERTIA 3 1.0 4.0 0.0 0.0\n"
+         "SHAFT 1 1 2 1.0 90000.0 30.0 0.0 80.0 0.0 0 0\nSHAFT 2 2 3 1.0 0.0 5.0 0.0 0.0 0.0 0 0\n"
+         "VISCOUSDAMPER 1\n2 3 5.0 1\n@DIR@/" +
+         table +
+         "\n"
+         "ELECTRICMOTOR 1\n1 1000.0 1500.0 0 0.0 1\n2.0 0.0 0.0 0.0\n10.0 0.0 0.0 0.0\n"
+         "LOADCASE\nRPM 1\nELECTRICMOTOR\n600.0 100.0\n";
+}
+
+TEST(LoadCaseReport, ACustomViscousDamperShowsItsTableAtShaftOrder) {
+  SolverRun both;
+  both.directory().write("both.txt", "Hz damping stiffness\n0.0 100.0 5000.0\n20.0 300.0 9000.0\n");
+  both.start(customDamperPlant("both.txt"), 2);
+  EXPECT_THAT(readText(both.results() / "LoadCaseSetting.txt"),
+              HasSubstr("Viscous damper   1\nNote: The listed stiffness and damping values are "
+                        "calculated basing on shaft order\nCase "));
+  EXPECT_THAT(readText(both.results() / "LoadCaseSetting.txt"),
+              HasSubstr("   1          600.0     7.000E+003     2.000E+002\n"));
+  SolverRun damping;
+  damping.directory().write("damping.txt", "Hz damping\n0.0 100.0\n20.0 300.0\n");
+  damping.start(customDamperPlant("damping.txt"), 2);
+  EXPECT_THAT(readText(damping.results() / "LoadCaseSetting.txt"),
+              HasSubstr("Viscous damper   1\nNote: The listed damping values are calculated basing "
+                        "on shaft order\nCase "));
+  EXPECT_THAT(readText(damping.results() / "LoadCaseSetting.txt"),
+              HasSubstr("   1          600.0     0.000E+000     2.000E+002\n"));
+}
+
+}  // namespace
+}  // namespace verenwick::test
