@@ -110,5 +110,42 @@ TEST(LoadCaseSetting, SharesTheEnginePowerAmongFiringCylinders) {
   }
 }
 
+/// The cylinders of an opposite pump halve the power of their row; those of a V engine don't.
+TEST(LoadCaseSetting, SharesThePumpPowerAmongCylinders) {
+  for (const bool isOpposite : {false, true}) {
+    ReadModel read;
+    ModelBundle& model = read.model;
+    ALLOCATE_RECIPROCATINGPUMP_TABLE(model.reciprocatingPump, 1);
+    ALLOCATE_LOADCASE_TABLE(model.loadCase, 1);
+    SET_RECIPROCATINGPUMP_ID(model.reciprocatingPump, 1, 8);
+    SET_LOADCASE_COMPONENTTYPE(model.loadCase, 1, ComponentType::reciprocatingPump);
+    SET_LOADCASE_COMPONENTID(model.loadCase, 1, 8);
+    model.loadCaseSpeed.allocate(1);
+    model.loadCasePower.allocate(1);
+    model.loadCaseSpeed.set(1, 500.0);
+    model.loadCasePower.set(1, 1, 600e3);
+    RECIPROCATINGPUMP_RECORD& pump = model.reciprocatingPump.at(1);
+    pump.NCYLINDER = 3;
+    pump.ISOPPOSITE = isOpposite;
+    pump.ISSIMPLIFIEDPRESSURE = true;
+    pump.RPMRATIO = 0.5;
+    pump.MCRSPEED = 500.0;
+    pump.MCRTORQUE = 48000 * kRpmOfOneRadian / 10;
+    pump.BORE = 0.1;
+    pump.STROKELENGTH = 0.3;
+    LOADCASESETTING(model, 1);
+    const double perCylinder = isOpposite ? 100e3 : 200e3;
+    EXPECT_EQ(pump.POWERPERCYL, perCylinder);
+    EXPECT_EQ(pump.POWER, 600e3);
+    EXPECT_EQ(pump.SPEED, 250.0);
+    EXPECT_EQ(pump.SPEEDPERCENTAGE, 0.5);
+    EXPECT_NEAR(pump.LOADPERCENTAGE, 0.5, 1e-12);
+    for (std::size_t row = 0; row < 4; ++row) {
+      EXPECT_EQ(pump.CYLPOWERA[row], row < 3 ? perCylinder : 0.0);
+      EXPECT_EQ(pump.CYLPOWERB[row], row < 3 && isOpposite ? perCylinder : 0.0);
+    }
+  }
+}
+
 }  // namespace
 }  // namespace verenwick
