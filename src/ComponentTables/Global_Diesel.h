@@ -42,6 +42,8 @@ struct CylinderGas {
   Coefficients MISFIRINGGASFCBANKBANKA{};
   Coefficients NORMALGASFCBANKB{};
   Coefficients MISFIRINGGASFCBANKB{};
+
+  bool operator==(const CylinderGas&) const = default;
 };
 
 // clang-format off

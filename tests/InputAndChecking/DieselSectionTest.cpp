@@ -139,7 +139,7 @@ TEST_F(DieselSection, TheBankAngleLiesWithinOnePeriod) {
 TEST_F(DieselSection, BankBIsKeptForAFlagOfExactlyOne) {
   for (const std::string flag : {"0", "2", "-1"}) {
     Lines lines = vEngine();
-    lines[1] = "1000 100 4 2 0 " + flag + " 45 2 1.25";
+    lines[1] = std::string("1000 100 4 2 0 ").append(flag).append(" 45 2 1.25");
     ASSERT_TRUE(read(kInertias + joined(lines) + kLoadCases)) << log();
     EXPECT_EQ(diesel().ISVENGINE, flag != "0");
     EXPECT_TRUE(diesel().ISGENSET);
