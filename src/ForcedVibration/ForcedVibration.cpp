@@ -1,6 +1,9 @@
 #include "ForcedVibration/ForcedVibration.h"
 
+#include <algorithm>
+#include <optional>
 #include <string>
+#include <vector>
 
 #include "ForcedVibration/FamilyResults.h"
 #include "ForcedVibration/LoadCaseReport.h"
@@ -21,6 +24,9 @@ using results::resultFile;
 
 /// Largest order of the dense complex system: its matrix takes 400 MB.
 constexpr std::int32_t kLargestForcedOrder = 5000;
+
+/// Most room for the arrays of a load case and the power of the shafts, doubles: 2 GB.
+constexpr double kMostDoubles = 250e6;
 
 /// Where the synthesis of each quantity goes.
 constexpr std::array<const ResultFile*, results::kQuantities> kSynthesisFiles = {
@@ -53,6 +59,23 @@ struct ForcedModel {
   bool considerPhase;
   bool hasDiesel;
 };
+
+/// Empty results of all families; throws RunStopped where their arrays would not find room.
+LoadCaseResults sizedResults(const ModelBundle& model, const ForcedModel& forced) {
+  LoadCaseResults results;
+  double doubles = 1.0 * forced.points.shafts * model.loadCaseSpeed.number();
+  for (std::size_t f = 0; f < results.size(); ++f) {
+    results[f].points = forced.points;
+    results[f].sources = kSourceFamilies[f].sources(model);
+    results[f].orders = std::max(kSourceFamilies[f].orders(model), 0);
+    doubles += static_cast<double>(results::kComponents) * results[f].sources * results[f].orders *
+               (3.0 * forced.points.inertias + 3.0 * forced.points.shafts);
+  }
+  if (doubles > kMostDoubles) {
+    throw RunStopped("** The model has too many sources, orders, inertias or load cases");
+  }
+  return results;
+}
 
 /// The response to every source of a family and what the shafts undergo by it.
 void respondToFamily(ModelBundle& model, const ForcedModel& forced, std::int32_t loadCase,
@@ -111,12 +134,7 @@ void synthesise(const ForcedModel& forced, std::int32_t loadCase, const LoadCase
 void FORCEDVIBRATIONCALCULATION(ModelBundle& model) {
   const ForcedModel forced(model);
   const std::size_t shafts = asSize(forced.points.shafts);
-  LoadCaseResults results;
-  for (std::size_t f = 0; f < results.size(); ++f) {
-    results[f].points = forced.points;
-    results[f].sources = kSourceFamilies[f].sources(model);
-    results[f].orders = kSourceFamilies[f].orders(model);
-  }
+  LoadCaseResults results = sizedResults(model, forced);
   ForcedResultFiles files(forced.conditions);
   WRITELOADCASESETTING(model);
   const std::vector<double> shaftPower = CALCULATELOADCASESHAFTPOWER(model);

@@ -6,7 +6,9 @@
 
 #include "ComputationsSrc/ForcedDampedVibrationsFc.h"
 #include "ComputationsSrc/ForcedVibrationSolver.h"
+#include "RunControl/Global_Parameter.h"
 #include "RunControl/RunStopped.h"
+#include "Support/SolverRun.h"
 
 namespace verenwick::ForcedVibrationSolver {
 namespace {
@@ -319,6 +321,34 @@ TEST(ForcedVibrationSolver, ArraysThatDependOnTheFrequencyAreRebuiltForEveryOrde
     EXPECT_LT(std::abs(solved.at(2 * k) - x1), 1e-13 * std::abs(x1));
     EXPECT_LT(std::abs(solved.at(2 * k + 1) - x2), 1e-13 * std::abs(x2));
   }
+}
+
+TEST(ForcedVibrationSolver, DiagnosticsListTheSystemAndItsResponse) {
+  const test::TemporaryDirectory directory;
+  std::string name = directory.path().string();
+  SETRESULTFILEDIR(name, static_cast<std::int32_t>(name.size()));
+  Line line({3, 2});
+  line.shaft(1, 2, 500, 5);
+  const std::vector<double> orders = {0.0};
+  const std::vector<double> FORE = {-1.5, 0};
+  const std::vector<double> FOIM = {0, -2};
+  const std::vector<double> phase = {0, 0};
+  const std::vector<std::int32_t> dof = {1, 2};
+  Solved solved(2);
+  const FourierExcitation excitation{orders, FORE, FOIM, phase, dof};
+  FORCEDDAMPEDVIBRATIONSFC(line.arrays(), {}, 10.0, excitation, solved.response(), 1);
+  EXPECT_TRUE(test::filesIn(directory.path()).empty());
+  FORCEDDAMPEDVIBRATIONSFC(line.arrays(), {}, 10.0, excitation, solved.response(), 2);
+  EXPECT_EQ(test::readText(directory.path() / "ZBTQ_Forced.txt"),
+            " === Test Forced damped vibrations Codes ===\n Mass moment of inertia\n 3\n 2\n"
+            " Stifness matrix\n 500\n 500\n -500\n -500\n Absolute damping\n 0\n 0\n"
+            " Absolute damping, prescirbed with magnifiers\n 0\n 0\n"
+            " Relative damping\n 5\n 5\n -5\n -5\n"
+            " Relative damping, prescribed with magnifiers\n 0\n 0\n -0\n -0\n"
+            " Excitation Fourier Coefficients\n (-1.5,0)\n (0,-2)\n Forced vibration Fourier "
+            "coefficients\n"
+            " Amplitude\n 3\n 4\n Angle, rad\n 3.141592653589793\n 1.5707963267948966\n"
+            " Angle, deg\n 180\n 90\n Real\n -1.5\n 0\n Imaginary\n 0\n -2\n");
 }
 
 }  // namespace

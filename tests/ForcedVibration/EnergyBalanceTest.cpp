@@ -199,6 +199,29 @@ TEST(EnergyBalance, PlantWithSourcesOfAllFamilies) {
   EXPECT_EQ(expectBalance(plant.model, "all families"), 3 * (24 + 2 + 3 + 2 + 20 + 2));
 }
 
+/// The plant with what depends on the frequency by tables and power laws: engine damping by
+/// formula, a ring whose link follows a table.
+std::string frequencyDependentPlant() {
+  std::string text = kAllFamiliesPlant;
+  const auto replace = [&](const std::string& from, const std::string& to) {
+    const auto at = text.find(from);
+    ASSERT_NE(at, std::string::npos) << from;
+    text.replace(at, from.size(), to);
+  };
+  replace("105.0 91.0 1 0 0", "105.0 91.0 1 0 1");
+  replace("60.0 125.0 0.0 0.0\n", "60.0 125.0 0.0 0.0\n2.0 0.3 40.0 0.5\n");
+  replace("50000000.0 0.0 80.0 250.0 60.0 0 0", "50000000.0 1.0 0.0 250.0 60.0 1 1");
+  replace("7 18 800.0 0", "7 18 800.0 1\n@DIR@/ring.txt");
+  return text;
+}
+
+TEST(EnergyBalance, DampingByFormulaAndByTable) {
+  const TemporaryDirectory data;
+  data.write("ring.txt", "Hz damping stiffness\n0.0 900.0 2000.0\n300.0 500.0 4000.0\n");
+  PreparedModel plant(frequencyDependentPlant(), data.path().string());
+  EXPECT_GT(expectBalance(plant.model, "by formula and table"), 150);
+}
+
 TEST(EnergyBalance, EveryExamplePlant) {
   int orders = 0;
   for (const auto& entry : std::filesystem::directory_iterator(VERENWICK_EXAMPLES)) {
@@ -212,9 +235,7 @@ TEST(EnergyBalance, EveryExamplePlant) {
 }
 
 /// Loss of every shaft by the twists of all families, the engine's first order index being 0.5.
-TEST(EnergyBalance, PowerLossIsWhatTheShaftsTakeOutOfAllSources) {
-  PreparedModel plant(kAllFamiliesPlant);
-  ModelBundle& model = plant.model;
+void expectLoss(ModelBundle& model) {
   WRITELOADCASESETTING(model);
   LOADCASESETTING(model, 2);
   LoadCaseResults results;
@@ -250,6 +271,18 @@ TEST(EnergyBalance, PowerLossIsWhatTheShaftsTakeOutOfAllSources) {
   for (std::size_t s = 0; s < loss.size(); ++s) {
     EXPECT_NEAR(loss[s], expected[s], 1e-9 * expected[s]) << "shaft row " << s + 1;
   }
+}
+
+TEST(EnergyBalance, PowerLossIsWhatTheShaftsTakeOutOfAllSources) {
+  PreparedModel plant(kAllFamiliesPlant);
+  expectLoss(plant.model);
+}
+
+TEST(EnergyBalance, PowerLossTakesFrequencyDependentDampingAtEachOrder) {
+  const TemporaryDirectory data;
+  data.write("ring.txt", "Hz damping stiffness\n0.0 900.0 2000.0\n300.0 500.0 4000.0\n");
+  PreparedModel plant(frequencyDependentPlant(), data.path().string());
+  expectLoss(plant.model);
 }
 
 }  // namespace

@@ -4,7 +4,7 @@
 
 #include <cmath>
 #include <csignal>
-#include <fstream>
+#include <sstream>
 
 #include "ForcedVibration/PreparedModel.h"
 #include "Matrices/LoadCaseSetting.h"
@@ -15,6 +15,7 @@ namespace verenwick::test {
 namespace {
 
 using testing::Each;
+using testing::EndsWith;
 using testing::HasSubstr;
 
 const std::string kMotorLine =
@@ -47,6 +48,30 @@ TEST(ForcedRun, AFileThatCannotBeWrittenStopsTheRunByName) {
   EXPECT_THAT(testing::internal::GetCapturedStderr(), HasSubstr("ShaftPowerLoss.bin"));
   EXPECT_THAT(readText(directory.path() / "results/Verenwick.log"),
               HasSubstr("ShaftPowerLoss.bin"));
+}
+
+TEST(ForcedRun, ALineThatNeedsTooMuchRoomIsRefusedInWords) {
+  const auto chain = [](int inertias, int loadCases) {
+    std::ostringstream input;
+    for (int i = 1; i <= inertias; ++i) {
+      input << "INERTIA " << i << " 1.0 10.0 0.0 0.0\n";
+    }
+    for (int i = 1; i < inertias; ++i) {
+      input << "SHAFT " << i << ' ' << i << ' ' << i + 1 << " 1.0 90000.0 30.0 0.0 80.0 0.0 0 0\n";
+    }
+    input << "GASTURBINE 1\n1 10.0 1500.0\nLOADCASE\nRPM 1\nGASTURBINE\n";
+    for (int i = 1; i <= loadCases; ++i) {
+      input << "9 1\n";
+    }
+    return input.str();
+  };
+  for (const auto& [inertias, loadCases, words] :
+       {std::tuple{5001, 1, "not 5001\n"}, std::tuple{5000, 50100, "load cases\n"}}) {
+    testing::internal::CaptureStderr();
+    const SolverRun run(chain(inertias, loadCases), 2);
+    EXPECT_THAT(testing::internal::GetCapturedStderr(), EndsWith(words));
+    EXPECT_EQ(run.status(), 1) << run.log().substr(0, 1000);
+  }
 }
 
 /// Files of the process hold at most so many bytes while this lives, as on a full disk.
