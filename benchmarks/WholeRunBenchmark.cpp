@@ -70,7 +70,7 @@ class PlantDirectory {
 
 void WholeRun(benchmark::State& state) {
   const PlantDirectory plant;
-  for (auto _ : state) {
+  while (state.KeepRunning()) {
     if (!plant.run()) {
       state.SkipWithError("the plant was not accepted");
     }
@@ -94,7 +94,7 @@ void BareFactorisationsAndSolves(benchmark::State& state) {
   std::vector<std::complex<double>> A(system.size());
   std::vector<std::complex<double>> F(kOrder);
   std::vector<std::int32_t> pivots(kOrder);
-  for (auto _ : state) {
+  while (state.KeepRunning()) {
     for (int n = 0; n < plant::kLoadCases * plant::kSolvesPerLoadCase; ++n) {
       A = system;
       F.assign(kOrder, 1.0);
@@ -113,7 +113,7 @@ void SequentialWrite(benchmark::State& state) {
   const auto bytes = static_cast<std::size_t>(plant.bytes());
   const fs::path path = plant.results() / "sequential.bin";
   const std::vector<char> piece(1 << 20, 'x');
-  for (auto _ : state) {
+  while (state.KeepRunning()) {
     std::ofstream file(path, std::ios::binary | std::ios::trunc);
     for (std::size_t written = 0; written < bytes; written += piece.size()) {
       file.write(piece.data(),
@@ -132,7 +132,7 @@ void Synthesis(benchmark::State& state) {
   const PhaseTable phases(results, kBase);
   std::vector<double> amplitudes(static_cast<std::size_t>(plant::kInertias));
   Waveforms waveforms;
-  for (auto _ : state) {
+  while (state.KeepRunning()) {
     SINGLELOADCASESYNTHESIS(results, Quantity::deflection, &phases, false, amplitudes, waveforms,
                             false, false);
     benchmark::DoNotOptimize(amplitudes.data());
@@ -143,7 +143,7 @@ BENCHMARK(Synthesis)->Unit(benchmark::kMillisecond);
 void SynthesisPlain(benchmark::State& state) {
   const LoadCaseResults results = plain::sampleResults(plant::kInertias, 3);
   std::vector<double> amplitudes(static_cast<std::size_t>(plant::kInertias));
-  for (auto _ : state) {
+  while (state.KeepRunning()) {
     plain::synthesis(results, Quantity::deflection, kBase, amplitudes);
     benchmark::DoNotOptimize(amplitudes.data());
   }

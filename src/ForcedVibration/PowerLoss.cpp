@@ -159,38 +159,36 @@ class LossyShaft {
   double magnifier;
 };
 
-/// Loss of one family in a shaft that is no damper: the twist is torque over stiffness.
-double lossInShaft(LossyShaft& shaft, const LossFamily& family, std::int32_t s) {
-  const double circularSpeed = angularSpeed(family.at.speed);
-  double loss = 0.0;
-  for (std::size_t k = 0; k < family.at.orders.size(); ++k) {
-    const double order = family.at.orders[k];
-    const double w = order * circularSpeed;
-    shaft.takeOrder(family.at.speed, order);
-    const double torque = family.torque.amplitude(k, s);
-    loss += shaft.equivalentDamping(circularSpeed, order) * 0.5 * w * w * torque * torque /
-            (shaft.stiffness * shaft.stiffness);
-  }
-  return loss;
+/// Square of the twist amplitude of a shaft that is no damper, rad2: torque over stiffness.
+double squaredTwist(const LossyShaft& shaft, const LossFamily& family, std::size_t k,
+                    std::int32_t s) {
+  const double torque = family.torque.amplitude(k, s);
+  return torque * torque / (shaft.stiffness * shaft.stiffness);
 }
 
-/// Loss of one family in the link of a damper, from the deflections at both ends.
-double lossInDamper(LossyShaft& shaft, const LossFamily& family, const ShaftEnds& ends) {
+/// The same of the link of a damper, from the deflections at both ends.
+double squaredTwist(const LossFamily& family, std::size_t k, const ShaftEnds& ends) {
+  const double orgAmplitude = family.deflection.amplitude(k, ends.org);
+  const double desAmplitude = family.deflection.amplitude(k, ends.des);
+  const double orgAngle = family.deflection.angle(k, ends.org);
+  const double desAngle = family.deflection.angle(k, ends.des);
+  const double dx = std::abs(desAmplitude * std::cos(desAngle) - orgAmplitude * std::cos(orgAngle));
+  const double dy = std::abs(desAmplitude * std::sin(desAngle) - orgAmplitude * std::sin(orgAngle));
+  return dx * dx + dy * dy;
+}
+
+/// Loss of one family in a shaft, W.
+double lossOf(const ModelBundle& model, LossyShaft& shaft, const LossFamily& family, std::int32_t s,
+              bool isDamper) {
   const double circularSpeed = angularSpeed(family.at.speed);
   double loss = 0.0;
   for (std::size_t k = 0; k < family.at.orders.size(); ++k) {
     const double order = family.at.orders[k];
     const double w = order * circularSpeed;
     shaft.takeOrder(family.at.speed, order);
-    const double orgAmplitude = family.deflection.amplitude(k, ends.org);
-    const double desAmplitude = family.deflection.amplitude(k, ends.des);
-    const double orgAngle = family.deflection.angle(k, ends.org);
-    const double desAngle = family.deflection.angle(k, ends.des);
-    const double dx =
-        std::abs(desAmplitude * std::cos(desAngle) - orgAmplitude * std::cos(orgAngle));
-    const double dy =
-        std::abs(desAmplitude * std::sin(desAngle) - orgAmplitude * std::sin(orgAngle));
-    loss += w * w * 0.5 * shaft.equivalentDamping(circularSpeed, order) * (dx * dx + dy * dy);
+    const double twist =
+        isDamper ? squaredTwist(family, k, shaftEnds(model, s)) : squaredTwist(shaft, family, k, s);
+    loss += shaft.equivalentDamping(circularSpeed, order) * 0.5 * w * w * twist;
   }
   return loss;
 }
@@ -217,8 +215,7 @@ void SINGLELOADCASESHAFTPOWERLOSS(ModelBundle& model, const LoadCaseResults& res
     const bool isDamper = GET_SHAFT_ISDAMPER(model.shaft, s, model.viscousDamper,
                                              model.rubberDamper, model.steelSpringDamper);
     for (const LossFamily& family : families) {
-      loss += isDamper ? lossInDamper(shaft, family, shaftEnds(model, s))
-                       : lossInShaft(shaft, family, s);
+      loss += lossOf(model, shaft, family, s, isDamper);
     }
   }
 }

@@ -126,9 +126,9 @@ void SINGLELOADCASESHAFTTORQUE(const ModelBundle& model, std::span<const double>
   const std::size_t shafts = asSize(model.shaft.number());
   clear(torque);
   for (std::int32_t s = 1; s <= model.shaft.number(); ++s) {
-    const auto [org, des] = shaftEnds(model, s);
-    const double orgRatio = GET_MASS_RPMRATIO(model.mass, org);
-    const double desRatio = GET_MASS_RPMRATIO(model.mass, des);
+    const ShaftEnds ends = shaftEnds(model, s);
+    const double orgRatio = GET_MASS_RPMRATIO(model.mass, ends.org);
+    const double desRatio = GET_MASS_RPMRATIO(model.mass, ends.des);
     const std::int32_t geislinger = geislingerCouplingOfShaft(model, s);
     const std::int32_t viscous = customViscousDamper(model, s);
     const bool hasCustomStiffness =
@@ -142,8 +142,8 @@ void SINGLELOADCASESHAFTTORQUE(const ModelBundle& model, std::span<const double>
         stiffness = CALCULATE_VISCOUSDAMPER_CUSTOMSTIFFNESS(model.viscousDamper, viscous, EXFO[k]);
       }
       const auto twist = [&](std::span<const double> values) {
-        return values[k * inertias + asSize(org) - 1] -
-               values[k * inertias + asSize(des) - 1] / desRatio * orgRatio;
+        return values[k * inertias + asSize(ends.org) - 1] -
+               values[k * inertias + asSize(ends.des) - 1] / desRatio * orgRatio;
       };
       store(torque, k * shafts + asSize(s) - 1, stiffness * twist(deflection.RE),
             stiffness * twist(deflection.IM));
@@ -177,11 +177,12 @@ void SINGLELOADCASESHAFTDAMPINGTORQUE(const ModelBundle& model, std::span<const 
     if (!element) {
       continue;
     }
-    const auto [org, des] = shaftEnds(model, s);
+    const ShaftEnds ends = shaftEnds(model, s);
     for (std::size_t k = 0; k < EXFO.size(); ++k) {
       const double damping = element.at(EXFO[k]);
       const auto difference = [&](std::span<const double> values) {
-        return values[k * inertias + asSize(org) - 1] - values[k * inertias + asSize(des) - 1];
+        return values[k * inertias + asSize(ends.org) - 1] -
+               values[k * inertias + asSize(ends.des) - 1];
       };
       store(dampingTorque, k * shafts + asSize(s) - 1, damping * difference(velocity.RE),
             damping * difference(velocity.IM));

@@ -144,8 +144,9 @@ TEST(ClosedFormula, ThreeInertiasAcrossAGearWithACouplingAndADamper) {
   const ReferredLine line{{{10, 1}, {30, 0.25}, {12, 0.25}},
                           {{0, 1, kCoupling, 1, 0, 8}, {1, 2, 26000, 0.25, 90, 0}}};
   std::vector<double> frequencies;
-  for (double w = 20; w < 320; w += 13) {  // both resonances are inside
-    frequencies.push_back(w);
+  frequencies.reserve(24);
+  for (int step = 0; step < 24; ++step) {  // both resonances are inside
+    frequencies.push_back(20 + 13 * step);
   }
   const MotorRun motor(
       "INERTIA 1 1.0 10.0 0.0 0.0\nINERTIA 2 0.25 30.0 0.0 0.0\nINERTIA 3 0.25 12.0 0.0 0.0\n"
@@ -203,6 +204,7 @@ TEST(ClosedFormula, TheOptimumViscousDamperOfAMainMass) {
       {0.25, 1.1297369}, {0.5, 1.6138932},   {0.7, 2.5403443},  {0.81649658, 3.0}, {0.9, 2.6953768},
       {1.0, 2.0},        {1.25, 0.97370918}, {1.5, 0.58305992}, {2.0, 0.28775432}};
   std::vector<double> frequencies;
+  frequencies.reserve(published.size());
   for (const auto& row : published) {
     frequencies.push_back(row.first * 100);
   }

@@ -29,6 +29,7 @@ struct Point {
 
 std::vector<Complex> sines(const std::array<double, 4>& amplitudes) {
   std::vector<Complex> torque;
+  torque.reserve(amplitudes.size());
   for (const double amplitude : amplitudes) {
     torque.emplace_back(0, -amplitude / 2);
   }

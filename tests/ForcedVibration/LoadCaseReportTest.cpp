@@ -8,7 +8,6 @@ namespace verenwick::test {
 namespace {
 
 using testing::HasSubstr;
-using testing::Not;
 
 TEST(LoadCaseReport, EveryKindOfComponentHasItsSectionInTheOrderOfTheColumns) {
   // The plant with its first load case alone. Behind the columns of the file come those that the

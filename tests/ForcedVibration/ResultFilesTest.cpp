@@ -8,7 +8,6 @@
 namespace verenwick {
 namespace {
 
-using results::ResultFile;
 using test::filesIn;
 using test::readRecords;
 using test::TemporaryDirectory;
@@ -131,7 +130,7 @@ TEST(ForcedResultFiles, PointsAndWaveformsFollowTheLoadCases) {
   const std::array<std::string, 5> words = {"AngularDef", "AngularVel", "AngularAcce", "Torque",
                                             "Stress"};
   for (int q = 0; q < 5; ++q) {
-    const std::string word = words[static_cast<std::size_t>(q)];
+    const std::string& word = words[static_cast<std::size_t>(q)];
     const auto records = readRecords(directory.path() / (word + "AngleBasedDiesel.bin"));
     const int P = q < 3 ? kInertias : kShafts;
     ASSERT_EQ(records.size(), static_cast<std::size_t>(2 * P * 360)) << word;
