@@ -30,17 +30,18 @@ Lines vEngine() {
           "120.0 0.5 30.0 -1.5"};
 }
 
-std::string joined(const Lines& lines) {
-  std::string text;
-  for (const std::string& line : lines) {
-    text += line + '\n';
-  }
-  return text;
-}
-
 const std::string kInertias =
     "INERTIA 11 2.5 1.0 0.0 0.0\nINERTIA 12 1.0 1.0 0.0 0.0\nSHAFT 1 11 12 1.0 1e6 0 0 0 0 1 7\n";
 const std::string kLoadCases = "LOADCASE\nRPM 7\nDIESEL\n100 1000\n50 125\n";
+
+/// The two inertias with an engine.
+std::string plant(const Lines& engine, const std::string& loadCases = "") {
+  std::string text = kInertias;
+  for (const std::string& line : engine) {
+    text.append(line).append("\n");
+  }
+  return text.append(loadCases);
+}
 
 /// Reads input texts into a model.
 class DieselSection : public testing::Test {
@@ -61,7 +62,7 @@ class DieselSection : public testing::Test {
 };
 
 TEST_F(DieselSection, EveryValueGoesToItsFieldInSiUnits) {
-  ASSERT_TRUE(read(kInertias + joined(vEngine()) + kLoadCases)) << log();
+  ASSERT_TRUE(read(plant(vEngine(), kLoadCases))) << log();
   const DIESEL_RECORD& d = diesel();
   EXPECT_EQ(GET_DIESEL_ID(model_.diesel, 1), 7);
   EXPECT_EQ(d.NAME, "MainEngineOfTheFerry");
@@ -131,7 +132,7 @@ TEST_F(DieselSection, TheBankAngleLiesWithinOnePeriod) {
         Case{"4", "2", "1000.5", 280.5}}) {
     Lines lines = vEngine();
     lines[1] = "1000 100 " + c.strokes + " 2 0 " + c.isVengine + " " + c.angle + " 0 1.25";
-    ASSERT_TRUE(read(kInertias + joined(lines))) << log();
+    ASSERT_TRUE(read(plant(lines))) << log();
     EXPECT_EQ(diesel().VANGLE, c.stored) << c.angle;
   }
 }
@@ -140,7 +141,7 @@ TEST_F(DieselSection, BankBIsKeptForAFlagOfExactlyOne) {
   for (const std::string flag : {"0", "2", "-1"}) {
     Lines lines = vEngine();
     lines[1] = std::string("1000 100 4 2 0 ").append(flag).append(" 45 2 1.25");
-    ASSERT_TRUE(read(kInertias + joined(lines) + kLoadCases)) << log();
+    ASSERT_TRUE(read(plant(lines, kLoadCases))) << log();
     EXPECT_EQ(diesel().ISVENGINE, flag != "0");
     EXPECT_TRUE(diesel().ISGENSET);
     EXPECT_FALSE(model_.loadCaseGenset.isAllocated()) << "the genset file is for a flag of one";
@@ -157,7 +158,7 @@ TEST_F(DieselSection, HarmonicFilesAreNamedByWholeLines) {
   lines[10] = "C:\\data files\\normal.har";
   lines[11] = "";
   lines.pop_back();
-  ASSERT_TRUE(read(kInertias + joined(lines))) << log();
+  ASSERT_TRUE(read(plant(lines))) << log();
   EXPECT_EQ(diesel().NORMALHARMONICFILE, "C:\\data files\\normal.har");
   EXPECT_EQ(diesel().MISHARMONICFILE, "");
   EXPECT_EQ(diesel().VEEFIRINGTYPE, 1);
@@ -167,7 +168,7 @@ TEST_F(DieselSection, HarmonicFilesAreNamedByWholeLines) {
 TEST_F(DieselSection, AnUnknownCylinderIsStoredAndMarksNothing) {
   Lines lines = vEngine();
   lines[2] = "99 12";
-  ASSERT_TRUE(read(kInertias + joined(lines))) << log();
+  ASSERT_TRUE(read(plant(lines))) << log();
   EXPECT_EQ(diesel().CYLINDERS[0], 99);
   EXPECT_EQ(GET_MASS_MASSTYPE(model_.mass, 1), MassType::plain);
   EXPECT_EQ(GET_MASS_MASSTYPE(model_.mass, 2), MassType::dieselCylinder);
@@ -178,7 +179,7 @@ TEST_F(DieselSection, CylinderCountsOutsideTheLimits) {
   for (const std::string count : {"0", "-5"}) {
     Lines lines = vEngine();
     lines[1] = "1000 100 4 " + count + " 0 1 45 0 1.25";
-    ASSERT_TRUE(read(kInertias + joined(lines))) << log();
+    ASSERT_TRUE(read(plant(lines))) << log();
     EXPECT_EQ(diesel().CYLINDERS[0], 0);
     EXPECT_EQ(diesel().BORE, 0.32);
   }
@@ -195,7 +196,7 @@ TEST_F(DieselSection, CylinderCountsOutsideTheLimits) {
     for (std::size_t line = 2; line <= 8; ++line) {
       lines[line] = list(count);
     }
-    EXPECT_EQ(read(kInertias + joined(lines)), count == 20) << count;
+    EXPECT_EQ(read(plant(lines)), count == 20) << count;
   }
   EXPECT_EQ(log(), " Error occurs when reading \"Cylinders\" in input file line 6\n");
 }
@@ -236,12 +237,12 @@ TEST_F(DieselSection, ALineThatCannotBeReadNamesItsFields) {
     lines[c.line] = cut;
     const std::string message = " Error occurs when reading \"" + c.fields +
                                 "\" in input file line " + std::to_string(4 + c.line) + '\n';
-    EXPECT_FALSE(read(kInertias + joined(lines)));
+    EXPECT_FALSE(read(plant(lines)));
     EXPECT_EQ(log(), message);
     // The file may also end there.
     lines.resize(c.line);
     if (!lines.empty()) {
-      EXPECT_FALSE(read(kInertias + joined(lines)));
+      EXPECT_FALSE(read(plant(lines)));
       EXPECT_EQ(log(), message);
     }
   }
@@ -258,7 +259,7 @@ TEST_F(DieselSection, DataFilesAreReadForEnginesWithoutAPressureModel) {
   lines[10] = good;
   lines[11] = directory_.file("none.har");
   lines.pop_back();
-  ASSERT_TRUE(read(kInertias + joined(lines))) << log();
+  ASSERT_TRUE(read(plant(lines))) << log();
   EXPECT_FALSE(loadDataFiles(model_));
   EXPECT_EQ(log(), " Error occurs when reading " + directory_.file("none.har") + " in line1\n");
   EXPECT_EQ(GETNORMALFIRINGHARMONICDATA(model_.diesel, 1, 5e5).size(), 1U);
