@@ -39,9 +39,14 @@ std::optional<std::string> unpack(const std::int32_t* characters, const std::int
 }
 
 /// Puts the words of a stopped run to standard error and into the log.
-void reportStop(const char* words) {
+void reportStop(const char* words) noexcept {
   std::fprintf(stderr, "%s\n", words);
-  appendToLog(words);
+  try {
+    appendToLog(words);
+  } catch (...) {
+    // Out of memory even for a line of the log: standard error has the words.
+    return;
+  }
 }
 
 /// The steps of a run behind a checked model.

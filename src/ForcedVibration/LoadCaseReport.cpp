@@ -284,7 +284,8 @@ void WRITELOADCASESETTING(ModelBundle& model) {
     const std::int32_t id = GET_LOADCASE_COMPONENTID(model.loadCase, column);
     const auto section = std::find_if(kSections.begin(), kSections.end(),
                                       [&](const Section& s) { return s.type == type; });
-    if (section == kSections.end()) {
+    // A component that the header names twice keeps its first column.
+    if (section == kSections.end() || GET_LOADCASE_ICOMPONENT(model.loadCase, type, id) != column) {
       continue;
     }
     if (const std::int32_t position = section->find(model, id); position > 0) {
