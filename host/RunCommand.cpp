@@ -118,7 +118,7 @@ bool calledFor(const ResultFile& file, const ResultDirectory& directory) {
 void checkWhole(const ResultDirectory& directory, Steps steps) {
   for (const ResultFile& file : kResultFiles) {
     if (file.layout != Layout::text && ran(file.step, steps) &&
-        ((file.step != Step::run && calledFor(file, directory)) || directory.has(file))) {
+        (calledFor(file, directory) || directory.has(file))) {
       static_cast<void>(directory.open(file));
     }
   }
@@ -128,8 +128,8 @@ int run(const RunOptions& options) {
   const std::filesystem::path input = std::filesystem::absolute(options.input);
   const std::filesystem::path path = std::filesystem::absolute(
       options.results.empty() ? "results-of-" + input.stem().string() : options.results);
-  Steps steps{options.mode != kModeReport && options.mode != kModeForced,
-              options.mode != kModeReport && options.mode != kModeFree};
+  const Steps steps{options.mode != kModeReport && options.mode != kModeForced,
+                    options.mode != kModeReport && options.mode != kModeFree};
   prepare(path, steps);
   const bool accepted = solve(input, path, options.mode);
 
@@ -145,8 +145,6 @@ int run(const RunOptions& options) {
     std::fputs("verenwick: the input is refused\n", stderr);
     return 1;
   }
-  // The forced calculation opens all its files first; without them it hasn't begun.
-  steps.forced = steps.forced && directory.has(resultFile("DieselDeflection.bin"));
   try {
     checkWhole(directory, steps);
   } catch (const std::exception& error) {
