@@ -8,6 +8,7 @@
 #include "ForcedVibration/FamilyResults.h"
 #include "ForcedVibration/LoadCaseReport.h"
 #include "ForcedVibration/PowerLoss.h"
+#include "ForcedVibration/PropellerIceResults.h"
 #include "ForcedVibration/ResultFiles.h"
 #include "ForcedVibration/ShaftPower.h"
 #include "ForcedVibration/ShaftResults.h"
@@ -33,6 +34,12 @@ constexpr std::array<const ResultFile*, results::kQuantities> kSynthesisFiles = 
     &resultFile("SynthesisDeflection.bin"),   &resultFile("SynthesisVelocity.bin"),
     &resultFile("SynthesisAcceleration.bin"), &resultFile("SynthesisTorque.bin"),
     &resultFile("SynthesisStress.bin"),       &resultFile("SynthesisDampingTorque.bin")};
+
+/// The same of what the propellers alone cause, for a line in ice.
+constexpr std::array<const ResultFile*, results::kQuantities> kIceSynthesisFiles = {
+    &resultFile("SynPropIceDeflection.bin"), &resultFile("SynPropIceVelocity.bin"),
+    &resultFile("SynPropIceAccele.bin"),     &resultFile("SynPropIceTorque.bin"),
+    &resultFile("SynPropIceStress.bin"),     &resultFile("SynPropIceDampingTorque.bin")};
 
 /// What is the same for all load cases.
 struct ForcedModel {
@@ -129,6 +136,21 @@ void synthesise(const ForcedModel& forced, std::int32_t loadCase, const LoadCase
   }
 }
 
+/// Writes what the propellers alone cause.
+void synthesiseIce(const ForcedModel& forced, std::int32_t loadCase, const FamilyResults& propeller,
+                   ForcedResultFiles& files) {
+  std::vector<double> synthesis;
+  for (int q = 0; q < results::kQuantities; ++q) {
+    const auto quantity = static_cast<Quantity>(q);
+    if (quantity == Quantity::dampingTorque && !forced.conditions.hasCouplingOrDamper) {
+      continue;
+    }
+    synthesis.resize(asSize(forced.points.of(quantity)));
+    SINGLELOADCASEPROPELLERICESYNTHESIS(propeller, quantity, synthesis);
+    files.writePoints(loadCase, *kIceSynthesisFiles[asSize(q)], synthesis);
+  }
+}
+
 }  // namespace
 
 void FORCEDVIBRATIONCALCULATION(ModelBundle& model) {
@@ -138,6 +160,10 @@ void FORCEDVIBRATIONCALCULATION(ModelBundle& model) {
   ForcedResultFiles files(forced.conditions);
   WRITELOADCASESETTING(model);
   const std::vector<double> shaftPower = CALCULATELOADCASESHAFTPOWER(model);
+  std::optional<PropellerIce> ice;
+  if (forced.conditions.hasIce) {
+    ice.emplace(model);
+  }
   std::vector<double> SHAFTPOWERLOSS(shafts);
   std::vector<double> NOMTORQUE(shafts);
   std::vector<double> NOMSTRESS(shafts);
@@ -150,12 +176,19 @@ void FORCEDVIBRATIONCALCULATION(ModelBundle& model) {
     }
     SINGLELOADCASESHAFTPOWERLOSS(model, results, SHAFTPOWERLOSS);
     synthesise(forced, L, results, files);
-    SINGLELOADCASENOMINALTORQUE(
-        model.shaft, std::span(shaftPower).subspan((asSize(L) - 1) * shafts, shafts), NOMTORQUE);
+    SINGLELOADCASENOMINALTORQUE(model,
+                                std::span(shaftPower).subspan((asSize(L) - 1) * shafts, shafts), L,
+                                NOMTORQUE, ice ? &*ice : nullptr);
     SINGLELOADCASENOMINALSTRESS(model.shaft, NOMTORQUE, NOMSTRESS);
     files.writePoints(L, resultFile("ShaftPowerLoss.bin"), SHAFTPOWERLOSS);
     files.writePoints(L, resultFile("NominalTorque.bin"), NOMTORQUE);
     files.writePoints(L, resultFile("NominalStress.bin"), NOMSTRESS);
+    if (ice) {
+      synthesiseIce(forced, L, results[static_cast<std::size_t>(Family::propeller)], files);
+    }
+    if (ice && L == 1) {
+      files.writePoints(L, resultFile("PropellerShaftMarks.bin"), ice->PROPELLERSHAFTMARKS);
+    }
   }
   files.close();
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "ForcedVibration/PropellerIceResults.h"
 #include "Matrices/RowComponents.h"
 #include "RunControl/Constants.h"
 #include "RunControl/RunStopped.h"
@@ -190,10 +191,15 @@ void SINGLELOADCASESHAFTDAMPINGTORQUE(const ModelBundle& model, std::span<const 
   }
 }
 
-void SINGLELOADCASENOMINALTORQUE(const SHAFT_TABLE& shaft, std::span<const double> shaftPower,
-                                 std::span<double> NOMTORQUE) {
-  for (std::int32_t s = 1; s <= shaft.number(); ++s) {
-    NOMTORQUE[asSize(s) - 1] = shaftPower[asSize(s) - 1] / angularSpeed(GET_SHAFT_SPEED(shaft, s));
+void SINGLELOADCASENOMINALTORQUE(const ModelBundle& model, std::span<const double> shaftPower,
+                                 std::int32_t loadCase, std::span<double> NOMTORQUE,
+                                 PropellerIce* ice) {
+  for (std::int32_t s = 1; s <= model.shaft.number(); ++s) {
+    double& torque = NOMTORQUE[asSize(s) - 1];
+    torque = shaftPower[asSize(s) - 1] / angularSpeed(GET_SHAFT_SPEED(model.shaft, s));
+    if (ice != nullptr) {
+      torque += SINGLELOADCASEPROPELLERICEZEROORDERTORQUE(model, s, loadCase, *ice);
+    }
   }
 }
 

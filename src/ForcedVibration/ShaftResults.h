@@ -10,6 +10,8 @@
 /// deflections.
 namespace verenwick {
 
+struct PropellerIce;
+
 /// Positions of the inertias at both ends of a shaft. Throws RunStopped if there is none.
 struct ShaftEnds {
   std::int32_t org;
@@ -33,10 +35,12 @@ void SINGLELOADCASESHAFTDAMPINGTORQUE(const ModelBundle& model, std::span<const 
                                       const ComplexSection& velocity,
                                       const ComplexSection& dampingTorque);
 
-/// Mean torque of every shaft, N m.
+/// Mean torque of every shaft, N m, with what ice on the propeller adds.
 /// @param shaftPower power that each shaft carries in the load case, W
-void SINGLELOADCASENOMINALTORQUE(const SHAFT_TABLE& shaft, std::span<const double> shaftPower,
-                                 std::span<double> NOMTORQUE);
+/// @param ice        null for a line without ice excitation; gets its marks in load case 1
+void SINGLELOADCASENOMINALTORQUE(const ModelBundle& model, std::span<const double> shaftPower,
+                                 std::int32_t loadCase, std::span<double> NOMTORQUE,
+                                 PropellerIce* ice);
 
 /// Mean stress of every shaft, Pa; 0 for an outer diameter of 0.
 void SINGLELOADCASENOMINALSTRESS(const SHAFT_TABLE& shaft, std::span<const double> NOMTORQUE,

@@ -12,10 +12,6 @@ namespace {
 using Waveform = std::array<double, kAngleSteps>;
 using FamilyWaveforms = std::array<Waveform, results::kFamilies>;
 
-const FamilyResults& of(const LoadCaseResults& results, Family family) {
-  return results[static_cast<std::size_t>(family)];
-}
-
 double range(const Waveform& waveform) {
   const auto [smallest, largest] = std::minmax_element(waveform.begin(), waveform.end());
   return *largest - *smallest;
@@ -42,9 +38,8 @@ double amplitudeOf(const FamilyWaveforms& waveforms, bool ConsiderPhase) {
 }
 
 /// Adds all sources and orders of a family at one point.
-void addFamily(const LoadCaseResults& results, Family which, Quantity quantity, std::size_t point,
+void addFamily(Family which, const FamilyResults& family, Quantity quantity, std::size_t point,
                const PhaseTable& phases, Waveform& waveform) {
-  const FamilyResults& family = of(results, which);
   const ComplexArrays& values = family.of(quantity);
   const std::size_t points = asSize(family.points.of(quantity));
   for (std::int32_t s = 1; s <= family.sources; ++s) {
@@ -86,24 +81,40 @@ double baseFrequency(const LoadCaseResults& results) {
 
 PhaseTable::PhaseTable(const LoadCaseResults& results, double BASE) {
   for (std::size_t f = 0; f < results.size(); ++f) {
-    for (const double OMEGA : results[f].OMEGA) {
-      auto rows = std::find_if(rows_.begin(), rows_.end(),
-                               [&](const Rows& other) { return other.OMEGA == OMEGA; });
-      if (rows == rows_.end()) {
-        rows = rows_.insert(rows, Rows{OMEGA, {}, {}});
-      }
-      rowsOfSource_[f].push_back(static_cast<std::size_t>(rows - rows_.begin()));
-      const auto known = static_cast<std::int32_t>(rows->cosine.size() / kAngleSteps);
-      for (std::int32_t k = known + 1; k <= results[f].orders; ++k) {
-        for (std::int32_t m = 1; m <= static_cast<std::int32_t>(kAngleSteps); ++m) {
-          const double degrees = static_cast<double>(k * m) * OMEGA / BASE;
-          const double angle = degrees * kPi / 180;
-          rows->cosine.push_back(std::cos(angle));
-          rows->sine.push_back(std::sin(angle));
-        }
+    add(static_cast<Family>(f), results[f], BASE);
+  }
+}
+
+PhaseTable::PhaseTable(Family family, const FamilyResults& results, double BASE) {
+  add(family, results, BASE);
+}
+
+void PhaseTable::add(Family family, const FamilyResults& results, double BASE) {
+  for (const double OMEGA : results.OMEGA) {
+    auto rows = std::find_if(rows_.begin(), rows_.end(),
+                             [&](const Rows& other) { return other.OMEGA == OMEGA; });
+    if (rows == rows_.end()) {
+      rows = rows_.insert(rows, Rows{OMEGA, {}, {}});
+    }
+    rowsOfSource_[static_cast<std::size_t>(family)].push_back(
+        static_cast<std::size_t>(rows - rows_.begin()));
+    const auto known = static_cast<std::int32_t>(rows->cosine.size() / kAngleSteps);
+    for (std::int32_t k = known + 1; k <= results.orders; ++k) {
+      for (std::int32_t m = 1; m <= static_cast<std::int32_t>(kAngleSteps); ++m) {
+        const double degrees = static_cast<double>(k * m) * OMEGA / BASE;
+        const double angle = degrees * kPi / 180;
+        rows->cosine.push_back(std::cos(angle));
+        rows->sine.push_back(std::sin(angle));
       }
     }
   }
+}
+
+double familyAmplitude(Family which, const FamilyResults& family, Quantity quantity,
+                       std::size_t point, const PhaseTable& phases) {
+  Waveform waveform{};
+  addFamily(which, family, quantity, point, phases, waveform);
+  return range(waveform) * 0.5;
 }
 
 PhaseTable::Phases PhaseTable::of(Family family, std::int32_t s, std::int32_t k) const {
@@ -128,7 +139,7 @@ void SINGLELOADCASESYNTHESIS(const LoadCaseResults& results, Quantity quantity,
   for (std::size_t j = 0; j < result.size(); ++j) {
     FamilyWaveforms point{};
     for (std::size_t f = 0; f < point.size(); ++f) {
-      addFamily(results, static_cast<Family>(f), quantity, j, *phases, point[f]);
+      addFamily(static_cast<Family>(f), results[f], quantity, j, *phases, point[f]);
       if (!waveforms[f].empty()) {
         std::copy(point[f].begin(), point[f].end(),
                   waveforms[f].begin() + static_cast<std::ptrdiff_t>(j * kAngleSteps));

@@ -23,6 +23,8 @@ class PhaseTable {
  public:
   /// @param BASE base frequency, rad/s; not 0
   PhaseTable(const LoadCaseResults& results, double BASE);
+  /// The phases of one family alone.
+  PhaseTable(Family family, const FamilyResults& results, double BASE);
 
   struct Phases {
     std::span<const double> cosine;  ///< kAngleSteps values
@@ -38,9 +40,16 @@ class PhaseTable {
     std::vector<double> cosine;
     std::vector<double> sine;
   };
+  void add(Family family, const FamilyResults& results, double BASE);
+
   std::vector<Rows> rows_;
   std::array<std::vector<std::size_t>, results::kFamilies> rowsOfSource_;
 };
+
+/// Half the peak-to-peak range of a family's waveform of a quantity.
+/// @param point from 0
+double familyAmplitude(Family which, const FamilyResults& family, Quantity quantity,
+                       std::size_t point, const PhaseTable& phases);
 
 /// Waveforms of the families, (j - 1) 360 + m for point j and step m. A family without sources has
 /// none.

@@ -1,0 +1,72 @@
+#include "ForcedVibration/PropellerIceResults.h"
+
+#include <algorithm>
+
+#include "ForcedVibration/ShaftPower.h"
+#include "ForcedVibration/ShaftResults.h"
+
+namespace verenwick {
+namespace {
+
+ADJNODE towardsOrigin(const ModelBundle& model) {
+  ADJNODE graph(model.mass.number());
+  for (std::int32_t s = 1; s <= model.shaft.number(); ++s) {
+    const ShaftEnds ends = shaftEnds(model, s);
+    graph.set(ends.des, ends.org);
+  }
+  return graph;
+}
+
+/// Speed ratio that stands for the propeller: that of the inertia row whose number is the
+/// propeller's id, or of the propeller's own inertia where there is no such row.
+double propellerRatio(const ModelBundle& model, std::int32_t propeller) {
+  std::int32_t row = GET_PROPELLER_ID(model.propeller, propeller);
+  if (row < 1 || row > model.mass.number()) {
+    row = GET_MASS_IMASS(model.mass, GET_PROPELLER_PROPELLERNODE(model.propeller, propeller));
+  }
+  return row > 0 ? GET_MASS_RPMRATIO(model.mass, row) : 1.0;
+}
+
+}  // namespace
+
+void SINGLELOADCASEPROPELLERICESYNTHESIS(const FamilyResults& propeller, Quantity quantity,
+                                         std::span<double> result) {
+  std::fill(result.begin(), result.end(), 0.0);
+  const double BASE = *std::min_element(propeller.OMEGA.begin(), propeller.OMEGA.end());
+  if (BASE == 0.0) {
+    return;
+  }
+  const PhaseTable phases(Family::propeller, propeller, BASE);
+  for (std::size_t j = 0; j < result.size(); ++j) {
+    result[j] = familyAmplitude(Family::propeller, propeller, quantity, j, phases);
+  }
+}
+
+PropellerIce::PropellerIce(const ModelBundle& model)
+    : shaftInertiaRatio(CALCULATESHAFTINERTIARATIO(model)),
+      graph(towardsOrigin(model)),
+      PROPELLERSHAFTMARKS(asSize(model.shaft.number())) {}
+
+double SINGLELOADCASEPROPELLERICEZEROORDERTORQUE(const ModelBundle& model, std::int32_t shaft,
+                                                 std::int32_t loadCase, PropellerIce& ice) {
+  if (GET_PROPELLER_NUMBER(model.propeller) != 1) {
+    return 0.0;
+  }
+  const std::size_t s = asSize(shaft) - 1;
+  const ShaftEnds ends = shaftEnds(model, shaft);
+  const double ratio = propellerRatio(model, 1);
+  if (loadCase == 1) {
+    const bool isOnLine =
+        ISDESNODELOCATEDONPROPELLERSHAFT(model.propeller, model.mass, ice.graph, ends.des).isOnLine;
+    const bool turnsWithIt = GET_MASS_RPMRATIO(model.mass, ends.org) == ratio &&
+                             GET_MASS_RPMRATIO(model.mass, ends.des) == ratio;
+    ice.PROPELLERSHAFTMARKS[s] = isOnLine && turnsWithIt ? 1.0 : 2.0;
+  }
+  if (!GET_PROPELLER_HASICEEXCITATION(model.propeller, 1)) {
+    return 0.0;
+  }
+  return GET_PROPELLER_ICEZEROORDERCOEFFICIENT(model.propeller, 1) * ice.shaftInertiaRatio[s] *
+         ratio / GET_SHAFT_RPMRATIO(model.shaft, shaft);
+}
+
+}  // namespace verenwick
