@@ -137,8 +137,10 @@ void synthesise(const ForcedModel& forced, std::int32_t loadCase, const LoadCase
 }
 
 /// Writes what the propellers alone cause.
-void synthesiseIce(const ForcedModel& forced, std::int32_t loadCase, const FamilyResults& propeller,
+void synthesiseIce(const ForcedModel& forced, std::int32_t loadCase, const LoadCaseResults& results,
                    ForcedResultFiles& files) {
+  const FamilyResults& propeller = results[static_cast<std::size_t>(Family::propeller)];
+  const std::optional<PhaseTable> phases = propellerPhases(propeller);
   std::vector<double> synthesis;
   for (int q = 0; q < results::kQuantities; ++q) {
     const auto quantity = static_cast<Quantity>(q);
@@ -146,7 +148,8 @@ void synthesiseIce(const ForcedModel& forced, std::int32_t loadCase, const Famil
       continue;
     }
     synthesis.resize(asSize(forced.points.of(quantity)));
-    SINGLELOADCASEPROPELLERICESYNTHESIS(propeller, quantity, synthesis);
+    SINGLELOADCASEPROPELLERICESYNTHESIS(propeller, quantity, phases ? &*phases : nullptr,
+                                        synthesis);
     files.writePoints(loadCase, *kIceSynthesisFiles[asSize(q)], synthesis);
   }
 }
@@ -184,7 +187,7 @@ void FORCEDVIBRATIONCALCULATION(ModelBundle& model) {
     files.writePoints(L, resultFile("NominalTorque.bin"), NOMTORQUE);
     files.writePoints(L, resultFile("NominalStress.bin"), NOMSTRESS);
     if (ice) {
-      synthesiseIce(forced, L, results[static_cast<std::size_t>(Family::propeller)], files);
+      synthesiseIce(forced, L, results, files);
     }
     if (ice && L == 1) {
       files.writePoints(L, resultFile("PropellerShaftMarks.bin"), ice->PROPELLERSHAFTMARKS);

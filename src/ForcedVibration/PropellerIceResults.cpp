@@ -29,16 +29,17 @@ double propellerRatio(const ModelBundle& model, std::int32_t propeller) {
 
 }  // namespace
 
-void SINGLELOADCASEPROPELLERICESYNTHESIS(const FamilyResults& propeller, Quantity quantity,
-                                         std::span<double> result) {
-  std::fill(result.begin(), result.end(), 0.0);
+std::optional<PhaseTable> propellerPhases(const FamilyResults& propeller) {
   const double BASE = *std::min_element(propeller.OMEGA.begin(), propeller.OMEGA.end());
-  if (BASE == 0.0) {
-    return;
-  }
-  const PhaseTable phases(Family::propeller, propeller, BASE);
+  return BASE != 0.0 ? std::optional(PhaseTable(Family::propeller, propeller, BASE)) : std::nullopt;
+}
+
+void SINGLELOADCASEPROPELLERICESYNTHESIS(const FamilyResults& propeller, Quantity quantity,
+                                         const PhaseTable* phases, std::span<double> result) {
   for (std::size_t j = 0; j < result.size(); ++j) {
-    result[j] = familyAmplitude(Family::propeller, propeller, quantity, j, phases);
+    result[j] = phases != nullptr
+                    ? familyAmplitude(Family::propeller, propeller, quantity, j, *phases)
+                    : 0.0;
   }
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <vector>
 
@@ -12,10 +13,14 @@
 /// What a line with a propeller in ice gets beside the usual results.
 namespace verenwick {
 
+/// The phases of the propellers over one turn of the slowest; none if that stands still.
+std::optional<PhaseTable> propellerPhases(const FamilyResults& propeller);
+
 /// Amplitude at every point of what the propellers alone cause: half the peak-to-peak range of
-/// their waveform over one turn of the slowest propeller. 0 if that stands still.
+/// their waveform.
+/// @param phases null for propellers that stand still: the result is 0 then
 void SINGLELOADCASEPROPELLERICESYNTHESIS(const FamilyResults& propeller, Quantity quantity,
-                                         std::span<double> result);
+                                         const PhaseTable* phases, std::span<double> result);
 
 /// Which way the steady part of the ice load goes, and what lies on the propeller's line.
 struct PropellerIce {

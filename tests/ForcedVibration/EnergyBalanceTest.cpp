@@ -50,12 +50,13 @@ std::vector<Point> excitation(const ModelBundle& model, Family family, std::int3
       break;
     case Family::propeller: {
       const PROPELLER_RECORD& propeller = model.propeller.at(row);
+      const std::vector<Complex> blades = {{0, -propeller.TORQUE * propeller.TORQUEPERCENT1 / 2},
+                                           {0, -propeller.TORQUE * propeller.TORQUEPERCENT2 / 2}};
       points.push_back({propeller.PROPELLERNODE,
                         GET_PROPELLER_ISMODELCONSIDERPHASEANGLE(model.propeller)
                             ? propeller.EXCITATIONPHASE
                             : 0.0,
-                        {{0, -propeller.TORQUE * propeller.TORQUEPERCENT1 / 2},
-                         {0, -propeller.TORQUE * propeller.TORQUEPERCENT2 / 2}}});
+                        propeller.HASICEEXCITATION ? propeller.ICEFOURIERCOEFFICIENT : blades});
       break;
     }
     case Family::generator:
@@ -226,10 +227,10 @@ TEST(EnergyBalance, DampingByFormulaAndByTable) {
 TEST(EnergyBalance, EveryExamplePlant) {
   int orders = 0;
   for (const auto& entry : std::filesystem::directory_iterator(VERENWICK_EXAMPLES)) {
-    const auto input = entry.path() / "input.txt";
-    if (std::filesystem::exists(input)) {
-      PreparedModel plant(readText(input), entry.path().string());
-      orders += expectBalance(plant.model, entry.path().filename().string());
+    const std::string name = entry.path().filename().string();
+    if (std::filesystem::exists(entry.path() / "input.txt")) {
+      PreparedModel plant(exampleInput(name));
+      orders += expectBalance(plant.model, name);
     }
   }
   EXPECT_GT(orders, 0);

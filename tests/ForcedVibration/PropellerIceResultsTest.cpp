@@ -5,6 +5,7 @@
 
 #include "ForcedVibration/PropellerIceResults.h"
 #include "InputAndChecking/ImportInputFile.h"
+#include "RunControl/Constants.h"
 #include "RunControl/Global_Parameter.h"
 #include "Support/SolverRun.h"
 #include "results/RecordNumbers.h"
@@ -101,8 +102,8 @@ double amplitudeFromOrders(const std::vector<double>& records, std::int64_t load
         const double degrees = static_cast<double>(k) * static_cast<double>(m) *
                                speeds[static_cast<std::size_t>(s) - 1] / slowest;
         // Real and imaginary part belong to half the motion.
-        waveform[m - 1] += 2.0 * (record(3) * std::cos(degrees * M_PI / 180.0) -
-                                  record(4) * std::sin(degrees * M_PI / 180.0));
+        waveform[m - 1] += 2.0 * (record(3) * std::cos(degrees * kPi / 180.0) -
+                                  record(4) * std::sin(degrees * kPi / 180.0));
       }
     }
   }
@@ -215,6 +216,32 @@ TEST(PropellerIceResults, MarksComeWithTheFirstLoadCaseAndWithoutIceOfItsOwn) {
   SET_PROPELLER_HASICEEXCITATION(model.propeller, 1, false);
   EXPECT_EQ(SINGLELOADCASEPROPELLERICEZEROORDERTORQUE(model, 1, 1, ice), 0.0);
   EXPECT_EQ(ice.PROPELLERSHAFTMARKS[0], 1.0);
+}
+
+TEST(PropellerIceResults, IceShipHasItsWorstIceTorqueWhereTheBladesMeetTheFirstMode) {
+  const SolverRun run(exampleInput("ice-ship"), 3);
+  ASSERT_EQ(run.log(), "");
+  constexpr std::size_t kShafts = 13;
+  constexpr std::size_t kCoupling = 4;
+  const std::vector<double> rpm = {300, 320, 335, 345, 350, 360, 380, 400, 440, 480, 520, 560, 600};
+  const auto ice = run.records("SynPropIceTorque.bin");
+  ASSERT_EQ(ice.size(), rpm.size() * kShafts);
+  std::size_t worst = 0;
+  for (std::size_t i = 0; i < rpm.size(); ++i) {
+    worst = ice[i * kShafts + kCoupling] > ice[worst * kShafts + kCoupling] ? i : worst;
+  }
+  // The propeller turns at a quarter of the speed and has four blades.
+  const double critical = run.records("NaturalFrequency.bin")[1] * 30.0 / kPi;
+  EXPECT_NEAR(rpm[worst], critical, 2.0);
+  EXPECT_EQ(run.records("PropellerShaftMarks.bin"),
+            (std::vector<double>{1, 1, 2, 2, 2, 2, 2, 2, 2, 2, 2, 2, 2}));
+  // Mean torque of the propeller shaft at full speed: 2700 kW at 150 rpm, and of the ice what goes
+  // on to the inertia behind the propeller.
+  constexpr double kPropeller = 4100.0 / 16.0;
+  constexpr double kTotal = kPropeller + (260.0 + 2900.0) / 16.0 + 34 + 85 + 640 + 6 * 72 + 20 + 75;
+  const double expected =
+      2.7e6 / (150.0 * kPi / 30.0) + 95493.0 * 0.6 * (kTotal - kPropeller) / kTotal;
+  EXPECT_NEAR(run.records("NominalTorque.bin")[12 * kShafts], expected, 1.0);
 }
 
 }  // namespace

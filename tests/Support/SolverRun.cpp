@@ -45,6 +45,17 @@ std::vector<double> readRecords(const fs::path& path) {
   return values;
 }
 
+std::string exampleInput(const std::string& plant) {
+  std::string text = readText(fs::path(VERENWICK_EXAMPLES) / plant / "input.txt");
+  const std::string here = "examples/" + plant + "/";
+  const std::string there = (fs::path(VERENWICK_EXAMPLES) / plant).string() + "/";
+  for (auto at = text.find(here); at != std::string::npos;
+       at = text.find(here, at + there.size())) {
+    text.replace(at, here.size(), there);
+  }
+  return text;
+}
+
 std::vector<std::string> filesIn(const fs::path& directory) {
   std::vector<std::string> names;
   for (const auto& entry : fs::directory_iterator(directory)) {

@@ -29,6 +29,8 @@ class TemporaryDirectory {
 std::string readText(const std::filesystem::path& path);
 /// All records of a direct-access file.
 std::vector<double> readRecords(const std::filesystem::path& path);
+/// The input text of an example plant, the paths of its data files made absolute.
+std::string exampleInput(const std::string& plant);
 /// Names of the files in a directory, sorted.
 std::vector<std::string> filesIn(const std::filesystem::path& directory);
 
