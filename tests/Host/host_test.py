@@ -49,8 +49,8 @@ class Host(unittest.TestCase):
     def tearDown(self):
         self.scratch.cleanup()
 
-    def call(self, *arguments, status=0):
-        done = subprocess.run([PROGRAM, *map(str, arguments)], cwd=self.here, timeout=120,
+    def call(self, *arguments, status=0, cwd=None):
+        done = subprocess.run([PROGRAM, *map(str, arguments)], cwd=cwd or self.here, timeout=120,
                               capture_output=True, text=True)
         self.assertEqual(done.returncode, status, (arguments, done.stdout, done.stderr))
         return done
@@ -253,7 +253,8 @@ class Examples(Host):
         for path in inputs:
             with self.subTest(plant=path.parent.name):
                 results = self.here / path.parent.name
-                done = self.call("run", path, "--results", results)
+                # Data files are named as seen from the project's root.
+                done = self.call("run", path, "--results", results, cwd=EXAMPLES.parent)
                 self.check_frequencies(done.stdout, results)
                 self.check_critical_speeds(done.stdout, results)
                 self.check_load_cases(done.stdout, results, path.read_text())
