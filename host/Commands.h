@@ -19,6 +19,9 @@ void addRunCommand(CLI::App& program, int& status);
 /// verenwick show DIR NAME: any result file as a table.
 void addShowCommand(CLI::App& program, int& status);
 
+/// verenwick report INPUT RESULTS: a run as one HTML page.
+void addReportCommand(CLI::App& program, int& status);
+
 /// verenwick pressure: the pressure curve of a cylinder, or its harmonics, as CSV.
 void addPressureCommand(CLI::App& program, int& status);
 

@@ -5,11 +5,13 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <numeric>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "host/Readings.h"
 #include "host/ShaftLine.h"
 
 namespace verenwick::host {
@@ -22,21 +24,10 @@ using results::resultFile;
 using results::ResultValues;
 using results::SystemCount;
 
-constexpr double kRpmOfAngularSpeed = 30 / 3.141592653589793;
 constexpr double kSecondsOfMinute = 60;
 constexpr std::size_t kOrdersShown = 5;
 /// Vector sums that differ by less are the same up to rounding: the major orders of an engine.
 constexpr double kSameSum = 1e-6;
-
-std::vector<double> frequencies(const ResultDirectory& directory) {
-  ResultValues values = directory.open(resultFile("NaturalFrequency.bin"));
-  std::vector<double> result;
-  Position at;
-  for (at[Index::mode] = 1; at[Index::mode] <= values.axes()[0].last; ++at[Index::mode]) {
-    result.push_back(values.value(at));
-  }
-  return result;
-}
 
 void printCounts(const std::filesystem::path& input, const std::optional<ShaftLine>& line,
                  const ResultDirectory& directory) {
@@ -51,7 +42,7 @@ void printCounts(const std::filesystem::path& input, const std::optional<ShaftLi
       text += fmt::format("{}{} {}", text.empty() ? "" : ", ", count, words);
     }
   };
-  add(SystemCount::inertias, line ? line->inertiaIds.size() : 0);
+  add(SystemCount::inertias, line ? line->inertias.size() : 0);
   add(SystemCount::shafts, line ? line->shafts.size() : 0);
   for (std::int64_t record = 3; record <= results::kSystemCounts; ++record) {
     const auto which = static_cast<SystemCount>(record);
@@ -63,32 +54,22 @@ void printCounts(const std::filesystem::path& input, const std::optional<ShaftLi
   fmt::print("{}: {}\n", input.filename().string(), text);
 }
 
-/// The deflections of a mode shape; empty for the rigid-body mode, which has no record.
-std::vector<double> shapeOf(ResultValues& deflections, std::int64_t mode) {
-  std::vector<double> shape;
-  Position at;
-  at[Index::mode] = mode;
-  for (at[Index::point] = 1; at[Index::point] <= deflections.axis(Index::point)->last;
-       ++at[Index::point]) {
-    shape.push_back(deflections.value(at));
-  }
-  return shape;
-}
-
 void printFrequencies(const std::optional<ShaftLine>& line, const ResultDirectory& directory) {
   fmt::print("\nNatural frequencies\n{:>6}{:>15}{:>15}{:>15}{:>7}\n", "mode", "rad/s", "Hz", "rpm",
              "nodes");
   ResultValues deflections = directory.open(resultFile("RelativeDeflection.bin"));
   const std::int64_t points = deflections.axis(Index::point)->size();
   bool allFinite = true;
-  std::int64_t mode = 0;
+  Position at;
   for (const double frequency : frequencies(directory)) {
-    ++mode;
-    std::optional<int> nodes;
+    const std::int64_t mode = ++at[Index::mode];
+    std::optional<std::size_t> nodes;
     if (mode == 1) {
       nodes = 0;
-    } else if (line && points == static_cast<std::int64_t>(line->inertiaIds.size())) {
-      nodes = nodeCount(shapeOf(deflections, mode), line->shafts);
+    } else if (line && points == static_cast<std::int64_t>(line->inertias.size())) {
+      if (const auto found = shapeNodes(pointValues(deflections, at), line->shafts)) {
+        nodes = found->size();
+      }
       allFinite = allFinite && nodes;
     }
     const double rpm = frequency * kRpmOfAngularSpeed;
@@ -100,25 +81,8 @@ void printFrequencies(const std::optional<ShaftLine>& line, const ResultDirector
   }
 }
 
-/// An order of an engine at a mode.
-struct CriticalSpeed {
-  double order;
-  double sum;
-  double rpm;
-};
-
-/// The orders of one engine and mode, largest vector sum first and low orders first among equals.
-std::vector<CriticalSpeed> criticalSpeeds(ResultValues& sums, ResultValues& speeds, Position at,
-                                          double frequency) {
-  std::vector<CriticalSpeed> orders;
-  for (at[Index::order] = 1; at[Index::order] <= sums.axis(Index::order)->last;
-       ++at[Index::order]) {
-    const double sum = sums.value(at);
-    const double rpm = speeds.value(at);
-    if (std::isfinite(sum)) {
-      orders.push_back({frequency * kRpmOfAngularSpeed / rpm, sum, rpm});
-    }
-  }
+/// The orders with the largest vector sums, low orders first among equals.
+std::vector<CriticalSpeed> largestSums(std::vector<CriticalSpeed> orders) {
   std::sort(orders.begin(), orders.end(), [](const CriticalSpeed& a, const CriticalSpeed& b) {
     const double left = std::round(a.sum / kSameSum);
     const double right = std::round(b.sum / kSameSum);
@@ -144,7 +108,7 @@ void printCriticalSpeeds(const ResultDirectory& directory) {
     for (at[Index::mode] = 2; at[Index::mode] <= sums.axis(Index::mode)->last; ++at[Index::mode]) {
       fmt::print("{:>6}", at[Index::mode]);
       const double own = frequency.at(static_cast<std::size_t>(at[Index::mode] - 1));
-      for (const CriticalSpeed& each : criticalSpeeds(sums, speeds, at, own)) {
+      for (const CriticalSpeed& each : largestSums(criticalSpeeds(sums, speeds, at, own))) {
         fmt::print("{:>8.1f}{:>7.3f}{:>10.2f}", each.order, each.sum, each.rpm);
       }
       fmt::print("\n");
@@ -158,14 +122,14 @@ struct Largest {
   std::int64_t point = 0;
 };
 
-Largest largestOf(ResultValues& values, Position at) {
+Largest largestOf(const std::vector<double>& values) {
   Largest largest;
-  for (at[Index::point] = 1; at[Index::point] <= values.axis(Index::point)->last;
-       ++at[Index::point]) {
-    const double value = values.value(at);
+  std::int64_t point = 0;
+  for (const double value : values) {
+    ++point;
     // What is not a number must not hide behind the numbers.
     if (largest.point == 0 || !(value <= largest.value)) {
-      largest = {value, at[Index::point]};
+      largest = {value, point};
     }
     if (std::isnan(value)) {
       break;
@@ -174,19 +138,10 @@ Largest largestOf(ResultValues& values, Position at) {
   return largest;
 }
 
-double sumOf(ResultValues& values, Position at) {
-  double sum = 0;
-  for (at[Index::point] = 1; at[Index::point] <= values.axis(Index::point)->last;
-       ++at[Index::point]) {
-    sum += values.value(at);
-  }
-  return sum;
-}
-
 /// The id that the input file gives a point, or its row.
 std::int64_t inertiaId(const std::optional<ShaftLine>& line, std::int64_t row) {
   const auto index = static_cast<std::size_t>(row - 1);
-  return line && index < line->inertiaIds.size() ? line->inertiaIds[index] : row;
+  return line && index < line->inertias.size() ? line->inertias[index].id : row;
 }
 
 std::int64_t shaftId(const std::optional<ShaftLine>& line, std::int64_t row) {
@@ -214,13 +169,15 @@ void printLoadCases(const std::optional<ShaftLine>& line, const ResultDirectory&
     const std::string rpm = line && index < line->loadCaseSpeeds.size()
                                 ? fmt::format("{:.1f}", line->loadCaseSpeeds[index])
                                 : "-";
-    const Largest t = largestOf(torque, at);
-    const Largest s = largestOf(stress, at);
-    const Largest d = largestOf(deflection, at);
+    const Largest t = largestOf(pointValues(torque, at));
+    const Largest s = largestOf(pointValues(stress, at));
+    const Largest d = largestOf(pointValues(deflection, at));
+    const std::vector<double> losses = pointValues(loss, at);
     fmt::print("{:>6}{:>10}{:>15.4g}{:>7}{:>16.4g}{:>7}{:>18.4g}{:>9}{:>17.4g}\n",
                at[Index::loadCase], rpm, t.value / kKilo, shaftId(line, t.point),
                s.value / kPascalOfNewtonPerSquareMillimetre, shaftId(line, s.point),
-               d.value / kMilli, inertiaId(line, d.point), sumOf(loss, at) / kKilo);
+               d.value / kMilli, inertiaId(line, d.point),
+               std::accumulate(losses.begin(), losses.end(), 0.0) / kKilo);
   }
 }
 

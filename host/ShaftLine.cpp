@@ -1,89 +1,24 @@
 #include "host/ShaftLine.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
-#include <fstream>
 #include <numeric>
-#include <string>
-#include <string_view>
 #include <unordered_map>
+#include <utility>
+
+#include "host/ComponentSections.h"
+#include "host/InputLines.h"
 
 namespace verenwick::host {
 namespace {
 
-constexpr std::size_t kLineLength = 2600;
 /// A deflection below this share of the largest one is rounding: the inertia is at rest. Where two
 /// equal engines swing against each other, the line behind their gear keeps this much of noise.
 constexpr double kAtRest = 1e-10;
 
-/// The lines of an input file, each split into its tokens.
-class TokenLines {
- public:
-  explicit TokenLines(const std::filesystem::path& input) : stream_(input) {}
-
-  bool next() {
-    if (!std::getline(stream_, line_)) {
-      return false;
-    }
-    constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
-    if (first_ && line_.starts_with(byteOrderMark)) {
-      line_.erase(0, byteOrderMark.size());
-    }
-    first_ = false;
-    line_.resize(std::min(line_.size(), kLineLength));
-    std::replace(line_.begin(), line_.end(), ',', '.');
-    tokens_.clear();
-    constexpr std::string_view blanks = " \t\r";
-    const std::string_view line = line_;
-    std::size_t start = line.find_first_not_of(blanks);
-    while (start != std::string_view::npos) {
-      const std::size_t end = std::min(line.find_first_of(blanks, start), line.size());
-      tokens_.push_back(line.substr(start, end - start));
-      start = line.find_first_not_of(blanks, end);
-    }
-    return true;
-  }
-
-  [[nodiscard]] bool blank() const { return tokens_.empty(); }
-
-  [[nodiscard]] bool startsWith(std::string_view keyword) const {
-    return !tokens_.empty() &&
-           std::equal(tokens_[0].begin(), tokens_[0].end(), keyword.begin(), keyword.end(),
-                      [](char written, char upper) {
-                        return written == upper ||
-                               (written >= 'a' && written <= 'z' && written - 'a' + 'A' == upper);
-                      });
-  }
-
-  template <class Number>
-  [[nodiscard]] std::optional<Number> number(std::size_t position) const {
-    if (position >= tokens_.size()) {
-      return std::nullopt;
-    }
-    std::string token(tokens_[position]);
-    std::replace_if(
-        token.begin(), token.end(), [](char c) { return c == 'd' || c == 'D'; }, 'e');
-    const char* begin = token.data() + (token.starts_with('+') ? 1 : 0);
-    const char* end = token.data() + token.size();
-    Number value{};
-    const auto [rest, error] = std::from_chars(begin, end, value);
-    if (error != std::errc() || rest != end) {
-      return std::nullopt;
-    }
-    return value;
-  }
-
- private:
-  std::ifstream stream_;
-  std::string line_;
-  std::vector<std::string_view> tokens_;
-  bool first_ = true;
-};
-
 /// The speeds of the load case table, whose lines follow: ids behind "RPM", kinds, then a row a
 /// load case up to a blank line.
-std::vector<double> readSpeeds(TokenLines& lines) {
+std::vector<double> readSpeeds(InputLines& lines) {
   while (lines.next() && !lines.startsWith("RPM")) {
   }
   lines.next();
@@ -94,48 +29,140 @@ std::vector<double> readSpeeds(TokenLines& lines) {
   return speeds;
 }
 
+/// Ids to rows, the first of equal ones.
+using Rows = std::unordered_map<std::int32_t, std::size_t>;
+
+std::optional<std::size_t> rowOf(const Rows& rows, std::int32_t id) {
+  const auto found = rows.find(id);
+  return found == rows.end() ? std::nullopt : std::optional(found->second);
+}
+
+/// A file as it is read, with ids where the line has rows.
+struct Sections {
+  struct Ends {
+    std::int32_t origin, destination;
+  };
+  ShaftLine line;
+  Rows inertias;
+  Rows shafts;
+  std::vector<Ends> ends;
+  std::vector<ComponentSection> components;
+};
+
+bool readInertia(const InputLines& lines, Sections& sections) {
+  constexpr std::size_t remark = 6;
+  const auto id = lines.number<std::int32_t>(1);
+  if (!id) {
+    return false;
+  }
+  sections.inertias.emplace(*id, sections.line.inertias.size());
+  sections.line.inertias.push_back({*id, lines.number<double>(2).value_or(1),
+                                    lines.number<double>(3).value_or(0), lines.rest(remark)});
+  return true;
+}
+
+bool readShaft(const InputLines& lines, Sections& sections) {
+  constexpr double millimetre = 1e-3;
+  constexpr std::size_t ratio = 4, stiffness = 5, outer = 8, inner = 9, remark = 12;
+  const auto id = lines.number<std::int32_t>(1);
+  const auto origin = lines.number<std::int32_t>(2);
+  const auto destination = lines.number<std::int32_t>(3);
+  if (!id || !origin || !destination) {
+    return false;
+  }
+  sections.shafts.emplace(*id, sections.line.shafts.size());
+  sections.ends.push_back({*origin, *destination});
+  sections.line.shafts.push_back({*id, 0, 0, lines.number<double>(ratio).value_or(1),
+                                  lines.number<double>(stiffness).value_or(0),
+                                  lines.number<double>(outer).value_or(0) * millimetre,
+                                  lines.number<double>(inner).value_or(0) * millimetre,
+                                  lines.rest(remark)});
+  return true;
+}
+
+/// The free text at the head of a file, without the marks that a comment begins with.
+std::string titleOf(const InputLines& lines) {
+  const std::string text = lines.rest(0);
+  return text.substr(std::min(text.find_first_not_of("!#*/;-= \t"), text.size()));
+}
+
+bool resolveShafts(Sections& sections) {
+  for (std::size_t i = 0; i < sections.ends.size(); ++i) {
+    const auto origin = rowOf(sections.inertias, sections.ends[i].origin);
+    const auto destination = rowOf(sections.inertias, sections.ends[i].destination);
+    if (!origin || !destination) {
+      return false;
+    }
+    sections.line.shafts[i].origin = *origin;
+    sections.line.shafts[i].destination = *destination;
+  }
+  return true;
+}
+
+void resolveComponent(const ComponentSection& section, Sections& sections) {
+  Component component = section.component;
+  for (const std::int32_t id : section.inertiaIds) {
+    if (const auto row = rowOf(sections.inertias, id)) {
+      component.inertias.push_back(*row);
+    }
+  }
+  for (const std::int32_t id : section.shaftIds) {
+    if (const auto row = rowOf(sections.shafts, id)) {
+      component.shafts.push_back(*row);
+      Shaft& shaft = sections.line.shafts[*row];
+      shaft.stiffness = section.stiffness.value_or(shaft.stiffness);
+    }
+  }
+  if (section.betweenInertias && component.inertias.size() == 2) {
+    const auto& shafts = sections.line.shafts;
+    const auto found = std::find_if(shafts.begin(), shafts.end(), [&](const Shaft& shaft) {
+      return std::minmax(shaft.origin, shaft.destination) ==
+             std::minmax(component.inertias[0], component.inertias[1]);
+    });
+    if (found != shafts.end()) {
+      component.shafts.push_back(static_cast<std::size_t>(found - shafts.begin()));
+    }
+  }
+  sections.line.components.push_back(std::move(component));
+}
+
 }  // namespace
 
 std::optional<ShaftLine> readShaftLine(const std::filesystem::path& input) {
-  struct Ends {
-    std::int32_t id, origin, destination;
-  };
-  ShaftLine line;
-  std::vector<Ends> shafts;
-  std::unordered_map<std::int32_t, std::size_t> rows;
-  TokenLines lines(input);
+  Sections sections;
+  InputLines lines(input);
+  bool head = true;
   while (lines.next()) {
     if (lines.startsWith("LOADCASE")) {
-      line.loadCaseSpeeds = readSpeeds(lines);
+      sections.line.loadCaseSpeeds = readSpeeds(lines);
     } else if (lines.startsWith("INERTIA")) {
-      const auto id = lines.number<std::int32_t>(1);
-      if (!id) {
+      head = false;
+      if (!readInertia(lines, sections)) {
         return std::nullopt;
       }
-      rows.emplace(*id, line.inertiaIds.size());
-      line.inertiaIds.push_back(*id);
     } else if (lines.startsWith("SHAFT")) {
-      const auto id = lines.number<std::int32_t>(1);
-      const auto origin = lines.number<std::int32_t>(2);
-      const auto destination = lines.number<std::int32_t>(3);
-      if (!id || !origin || !destination) {
+      head = false;
+      if (!readShaft(lines, sections)) {
         return std::nullopt;
       }
-      shafts.push_back({*id, *origin, *destination});
+    } else if (auto section = readComponentSection(lines)) {
+      head = false;
+      sections.components.push_back(std::move(*section));
+    } else if (head && sections.line.title.empty()) {
+      sections.line.title = titleOf(lines);
     }
   }
-  for (const Ends& shaft : shafts) {
-    const auto origin = rows.find(shaft.origin);
-    const auto destination = rows.find(shaft.destination);
-    if (origin == rows.end() || destination == rows.end()) {
-      return std::nullopt;
-    }
-    line.shafts.push_back({shaft.id, origin->second, destination->second});
+  if (!resolveShafts(sections)) {
+    return std::nullopt;
   }
-  return line;
+  for (const ComponentSection& section : sections.components) {
+    resolveComponent(section, sections);
+  }
+  return std::move(sections.line);
 }
 
-std::optional<int> nodeCount(std::span<const double> shape, std::span<const Shaft> shafts) {
+std::optional<std::vector<ShapeNode>> shapeNodes(std::span<const double> shape,
+                                                 std::span<const Shaft> shafts) {
   double largest = 0;
   for (const double deflection : shape) {
     if (!std::isfinite(deflection)) {
@@ -167,19 +194,20 @@ std::optional<int> nodeCount(std::span<const double> shape, std::span<const Shaf
     }
   }
 
-  int nodes = 0;
+  std::vector<ShapeNode> nodes;
   std::vector<int> neighbour(shape.size());
-  for (const Shaft& shaft : shafts) {
+  for (std::size_t i = 0; i < shafts.size(); ++i) {
+    const Shaft& shaft = shafts[i];
     const int origin = sign[shaft.origin];
     const int destination = sign[shaft.destination];
     if (origin * destination < 0) {
-      ++nodes;
+      nodes.push_back({i, shape[shaft.origin] / (shape[shaft.origin] - shape[shaft.destination])});
     } else if (origin != destination) {
       const std::size_t resting = groupOf(origin == 0 ? shaft.origin : shaft.destination);
       const int swing = origin + destination;
       constexpr int counted = 2;
       if (neighbour[resting] == -swing) {
-        ++nodes;
+        nodes.push_back({i, origin == 0 ? 0.0 : 1.0});
         neighbour[resting] = counted;
       } else if (neighbour[resting] == 0) {
         neighbour[resting] = swing;

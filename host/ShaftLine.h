@@ -5,32 +5,73 @@
 #include <filesystem>
 #include <optional>
 #include <span>
+#include <string>
+#include <string_view>
 #include <vector>
 
-/// What the host itself reads of an input file, to name the points of the results.
+#include "results/ResultFileTable.h"
+
+/// What the host itself reads of an input file, to name the points of the results and to draw them.
 namespace verenwick::host {
+
+/// An inertia.
+struct Inertia {
+  std::int32_t id;
+  double rpmRatio;   ///< speed over the reference speed
+  double inertia;    ///< kg m2
+  std::string name;  ///< the remark behind its values
+};
 
 /// A shaft: its id and the rows of the inertias at its ends, from 0.
 struct Shaft {
   std::int32_t id;
   std::size_t origin;
   std::size_t destination;
+  double rpmRatio;       ///< speed over the reference speed
+  double stiffness;      ///< N m/rad
+  double outerDiameter;  ///< m
+  double innerDiameter;  ///< m
+  std::string name;      ///< the remark behind its values
+};
+
+/// A machine, coupling or damper on the line.
+struct Component {
+  std::string_view kind;  ///< "diesel", "viscous damper", ...
+  std::int32_t id;
+  std::string name;                       ///< empty unless the input file gives one
+  std::optional<results::Family> family;  ///< of what excites the line
+  std::vector<std::size_t> inertias;      ///< rows, cylinders in their order; from 0
+  std::vector<std::size_t> shafts;        ///< rows, from 0
+  double power = 0;                       ///< rated, W; 0 for couplings and dampers
+  double speed = 0;                       ///< rated, rpm
+  std::vector<double> orders;        ///< of excitation, in their places; 0 where one isn't used;
+                                     ///< empty where the run decides them
+  std::optional<double> fixedSpeed;  ///< rpm that the orders belong to at every load case
 };
 
 /// The shaft line of an input file, rows in the order of the file as in the result files.
 struct ShaftLine {
-  std::vector<std::int32_t> inertiaIds;
+  std::string title;  ///< the first words of the file, if it begins with free text
+  std::vector<Inertia> inertias;
   std::vector<Shaft> shafts;
+  std::vector<Component> components;
   std::vector<double> loadCaseSpeeds;  ///< rpm
 };
 
-/// Reads the INERTIA and SHAFT lines and the speeds of the load cases. Nothing if the file can't be
-/// read so; whether it is a good input file is for the solver to say.
+/// Reads an input file for naming and drawing. Nothing if inertias or shafts can't be read; whether
+/// it is a good input file is for the solver to say. Components that can't be read are left out.
 std::optional<ShaftLine> readShaftLine(const std::filesystem::path& input);
 
-/// The number of nodes of a mode shape, one relative deflection an inertia: a node lies on each
-/// shaft whose ends swing against each other. Inertias at rest that hang together are one node if
-/// their neighbours swing against each other. Nothing if the shape isn't finite.
-std::optional<int> nodeCount(std::span<const double> shape, std::span<const Shaft> shafts);
+/// A node of a mode shape: on a shaft, at a share of its length from the origin.
+struct ShapeNode {
+  std::size_t shaft;
+  double along;
+};
+
+/// The nodes of a mode shape, one relative deflection an inertia: one lies on each shaft whose ends
+/// swing against each other. Inertias at rest that hang together are one node if their neighbours
+/// swing against each other. Nothing if the shape isn't finite.
+std::optional<std::vector<ShapeNode>> shapeNodes(std::span<const double> shape,
+                                                 std::span<const Shaft> shafts);
 
 }  // namespace verenwick::host

@@ -15,6 +15,7 @@ int main(int argc, char** argv) {
     program.require_subcommand(1);
     verenwick::host::addRunCommand(program, status);
     verenwick::host::addShowCommand(program, status);
+    verenwick::host::addReportCommand(program, status);
     verenwick::host::addPressureCommand(program, status);
     verenwick::host::addForcesCommand(program, status);
     try {

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <filesystem>
+
+#include "results/ResultReader.h"
+
+namespace verenwick::host {
+
+/// Writes the report of a run as one HTML file that needs nothing else. Throws std::runtime_error
+/// where the results aren't of the input, a result file is broken or the report can't be written.
+void writeReport(const std::filesystem::path& input, const results::ResultDirectory& directory,
+                 const std::filesystem::path& output);
+
+}  // namespace verenwick::host

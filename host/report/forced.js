@@ -1,0 +1,210 @@
+// Forced vibration: the worst of each quantity, the curves of shafts, inertias, dampers, couplings.
+
+const TOTAL = { label: "synthesised", stroke: "#111", width: 2.4 };
+const NOMINAL = { label: "nominal", stroke: "#8b95a1", width: 1.8, dash: [8, 4] };
+
+/** The largest value of a table of points against load cases, over chosen points: {value, point,
+ * loadCase}; a value that isn't a number comes before all others. */
+function worstOf(total, points = total.map((_, i) => i)) {
+  let worst = null;
+  for (const point of points) {
+    total[point].forEach((value, loadCase) => {
+      if (worst === null || (worst.value !== null && (value === null || value > worst.value))) {
+        worst = { value, point, loadCase };
+      }
+    });
+  }
+  return worst;
+}
+
+/** The strongest order at a point and load case, in words. */
+function strongestOrder(quantity, point, loadCase) {
+  const curves = data.forced[quantity].orders[point];
+  const best = curves.reduce((a, b) =>
+    (a === null || b.values[loadCase] > a.values[loadCase] ? b : a), null);
+  return best === null ? "–" : orderWords(best);
+}
+
+/** The shafts that are a damper or a coupling. */
+const dampingShafts = [...componentOfShaft.keys()].sort((a, b) => a - b);
+
+function amount(value, kind) {
+  if (value === null) {
+    return "not a number";
+  }
+  const [unit, name] = unitFor(kind, Math.abs(value));
+  return `${digits(value / unit)} ${name}`;
+}
+
+/** The table of the first page: the worst of each. */
+function worstTable() {
+  const rows = [];
+  const add = (words, quantity, kind, title, points) => {
+    const total = data.forced[quantity]?.total;
+    const worst = total ? worstOf(total, points) : null;
+    if (worst !== null && worst.value !== 0) {
+      rows.push([words, amount(worst.value, kind), capital(title(worst.point)),
+        caseName(worst.loadCase),
+        data.forced[quantity].orders ? strongestOrder(quantity, worst.point, worst.loadCase) : ""]);
+    }
+  };
+  add("Vibratory torque", "torque", "torque", shaftTitle);
+  addTorqueShare(rows);
+  add("Vibratory stress", "stress", "stress", shaftTitle);
+  add("Angular deflection", "deflection", "deflection", inertiaTitle);
+  add("Angular acceleration", "acceleration", "acceleration", inertiaTitle);
+  add("Damping torque", "damping", "torque", shaftTitle, dampingShafts);
+  add("Power loss in a damper or coupling", "loss", "power", shaftTitle, dampingShafts);
+  return table([["largest"], ["value"], ["where"], ["at"], ["strongest order there"]], rows, "worst");
+}
+
+/** The worst vibratory torque against the nominal torque, over shafts that carry a mean torque. */
+function addTorqueShare(rows) {
+  const { total, nominal } = data.forced.torque;
+  const carried = Math.max(0, ...nominal.flat().map(value => Math.abs(value ?? 0)));
+  let worst = null;
+  total.forEach((values, point) => values.forEach((value, loadCase) => {
+    const mean = Math.abs(nominal[point][loadCase] ?? 0);
+    if (mean > 0.02 * carried && (worst === null || value / mean > worst.share)) {
+      worst = { share: value / mean, point, loadCase };
+    }
+  }));
+  if (worst !== null) {
+    rows.push(["Vibratory over nominal torque", `${digits(100 * worst.share, 3)} %`,
+      capital(shaftTitle(worst.point)), caseName(worst.loadCase),
+      strongestOrder("torque", worst.point, worst.loadCase)]);
+  }
+}
+
+/** The largest values of every shaft. */
+function shaftTable() {
+  const { torque, stress, loss } = data.forced;
+  const [torqueUnit, torqueName] = unitFor("torque", worstOf(torque.total).value ?? 0);
+  const [lossUnit, lossName] = unitFor("power", worstOf(loss.total).value ?? 0);
+  const [stressUnit, stressName] = unitFor("stress", 0);
+  const rows = data.shafts.map((shaft, row) => {
+    const worst = worstOf(torque.total, [row]);
+    const stressed = shaft.outer > 0;
+    const stressWorst = worstOf(stress.total, [row]);
+    const of = (value, unit) => (value === null ? "not a number" : digits(value / unit));
+    return [
+      String(shaft.id),
+      `${data.inertias[shaft.origin].id}–${data.inertias[shaft.destination].id}`,
+      [shaft.name, componentOfShaft.has(row) ? componentName(componentOfShaft.get(row)) : ""]
+        .filter(Boolean).join(", "),
+      of(worst.value, torqueUnit),
+      of(torque.nominal[row][worst.loadCase], torqueUnit),
+      caseName(worst.loadCase),
+      strongestOrder("torque", row, worst.loadCase),
+      stressed ? of(stressWorst.value, stressUnit) : "–",
+      of(worstOf(loss.total, [row]).value, lossUnit),
+    ];
+  });
+  return table([["shaft"], ["between"], ["name"], ["vibratory torque", torqueName],
+    ["nominal torque there", torqueName], ["at"], ["strongest order"],
+    ["vibratory stress", stressName], ["power loss", lossName]], rows);
+}
+
+/** The curves of a quantity at a point: total, nominal where there is one, strongest orders. */
+function curvesOf(quantity, point) {
+  const { total, nominal, orders } = data.forced[quantity];
+  const curves = [{ ...TOTAL, values: total[point] }];
+  if (nominal) {
+    curves.push({ ...NOMINAL, values: nominal[point] });
+  }
+  for (const curve of orders[point]) {
+    curves.push({ label: orderName(curve), values: curve.values, ...orderColour(curve) });
+  }
+  return curves;
+}
+
+function forcedFigure(parent, caption, name, kind, curves) {
+  const entry = figure(parent, caption, (holder, width) => casePlot(holder, width, name, kind, curves()));
+  entry.followsCases = true;
+  return entry;
+}
+
+function shaftFigures() {
+  const place = el("div", { class: "figures" });
+  data.shafts.forEach((shaft, row) => {
+    const title = capital(shaftTitle(row));
+    forcedFigure(place, `${title}: torque`, "torque", "torque", () => curvesOf("torque", row));
+    if (shaft.outer > 0) {
+      forcedFigure(place, `${title}: stress`, "stress", "stress", () => curvesOf("stress", row));
+    } else {
+      place.append(el("figure", { class: "empty" }, el("figcaption", {},
+        `${title}: no stress, the shaft has no diameter`)));
+    }
+  });
+  return place;
+}
+
+function dampingFigures() {
+  const place = el("div", { class: "figures" });
+  for (const row of dampingShafts) {
+    const title = capital(componentName(componentOfShaft.get(row)));
+    const shaft = `shaft ${data.shafts[row].id}`;
+    forcedFigure(place, `${title}, ${shaft}: damping torque`, "damping torque", "torque",
+      () => curvesOf("damping", row));
+    forcedFigure(place, `${title}, ${shaft}: power loss`, "power loss", "power",
+      () => [{ ...TOTAL, label: "total", values: data.forced.loss.total[row] }]);
+  }
+  return place;
+}
+
+/** The inertias whose deflection is drawn at first: ends of the line, machines, the worst one. */
+function chosenInertias() {
+  const chosen = new Set([worstOf(data.forced.deflection.total).point]);
+  data.inertias.forEach((_, row) => {
+    if (neighbours[row].length === 1) {
+      chosen.add(row);
+    }
+  });
+  for (const { inertias } of data.components.filter(c => c.shafts.length === 0)) {
+    chosen.add(inertias[0]);
+  }
+  return [...chosen].filter(row => row !== undefined).sort((a, b) => a - b);
+}
+
+/** Deflections of chosen inertias, with a list to choose further ones. */
+function deflectionFigures() {
+  const place = el("div", { class: "figures" });
+  const choice = el("select", { id: "inertia-choice", "aria-label": "Add an inertia" });
+  const drawn = new Set();
+  const offer = () => choice.replaceChildren(el("option", { value: "" }, "add an inertia …"),
+    ...data.inertias.map((_, row) => row).filter(row => !drawn.has(row))
+      .map(row => el("option", { value: row }, inertiaTitle(row))));
+  const add = row => {
+    drawn.add(row);
+    const entry = forcedFigure(place, `${capital(inertiaTitle(row))}: deflection`, "deflection",
+      "deflection", () => curvesOf("deflection", row));
+    const close = el("button", { class: "remove", title: "remove this plot" }, "×");
+    close.addEventListener("click", () => {
+      drawn.delete(row);
+      entry.remove();
+      offer();
+    });
+    entry.node.querySelector("figcaption").append(close);
+  };
+  chosenInertias().forEach(add);
+  offer();
+  choice.addEventListener("change", () => {
+    if (choice.value !== "") {
+      add(Number(choice.value));
+      offer();
+    }
+  });
+  return [el("p", { class: "choice" }, choice), place];
+}
+
+/** Speed or load case as the axis of all curves. */
+function axisChoice() {
+  const choice = el("select", { id: "axis-choice", "aria-label": "Curves against" },
+    el("option", { value: "speed" }, "speed"), el("option", { value: "case" }, "load case"));
+  choice.value = caseAxis;
+  choice.addEventListener("change", () => {
+    caseAxis = choice.value;
+    figures.filter(entry => entry.followsCases).forEach(entry => entry.redraw());
+  });
+  return el("p", { class: "choice" }, "Curves against ", choice);
+}

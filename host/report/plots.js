@@ -1,0 +1,171 @@
+// Plots by uPlot. They are drawn when they come near the window, or all at once for paper.
+
+// Drawn twice as fine as most screens ask for, so that plots stay sharp on paper.
+const screenRatio = window.devicePixelRatio;
+Object.defineProperty(window, "devicePixelRatio", { get: () => Math.max(2, screenRatio) });
+window.dispatchEvent(new Event("dppxchange"));
+
+const PALETTE = ["#3f6fa8", "#d9822b", "#c23b3b", "#3c8d5a", "#7b5aa6", "#8a5a2b", "#c6629c",
+  "#2d8c94"];
+const FONT = "12px system-ui, sans-serif";
+const PAPER_WIDE = 700; // px between the margins of A4
+const PAPER_HALF = 342;
+const PAPER_HEIGHT = 0.8; // of the height on a screen: three rows of curves fit a page
+
+const figures = [];
+
+/** A figure with a caption. `make(holder, width)` draws its plot. */
+function figure(parent, caption, make, wide = false) {
+  const holder = el("div", { class: "plot" });
+  const node = el("figure", wide ? { class: "wide" } : {}, el("figcaption", {}, caption), holder);
+  const entry = {
+    node, holder, plot: null,
+    draw() {
+      if (this.plot === null) {
+        this.plot = make(holder, holder.clientWidth || PAPER_WIDE);
+        node.dataset.drawn = "true";
+      }
+    },
+    redraw() {
+      if (this.plot !== null) {
+        this.plot.destroy();
+        this.plot = this.height = null;
+        this.draw();
+      }
+    },
+    resize(width, share = 1) {
+      if (this.plot !== null && width > 0) {
+        this.height = this.height ?? this.plot.height;
+        this.plot.setSize({ width, height: Math.round(share * this.height) });
+      }
+    },
+    remove() {
+      seen.unobserve(node);
+      sized.unobserve(holder);
+      figures.splice(figures.indexOf(this), 1);
+      node.remove();
+    },
+  };
+  node.entry = holder.entry = entry;
+  figures.push(entry);
+  parent.append(node);
+  seen.observe(node);
+  sized.observe(holder);
+  return entry;
+}
+
+const seen = new IntersectionObserver(entries => {
+  entries.filter(each => each.isIntersecting).forEach(each => each.target.entry.draw());
+}, { rootMargin: "600px" });
+
+const sized = new ResizeObserver(entries => {
+  if (!printing) {
+    entries.forEach(each => each.target.entry.resize(Math.floor(each.contentRect.width)));
+  }
+});
+
+let printing = false;
+
+window.addEventListener("beforeprint", () => {
+  printing = true;
+  document.querySelectorAll("details").forEach(each => {
+    each.dataset.open = each.open;
+    each.open = each.open || !each.classList.contains("long");
+  });
+  for (const entry of figures) {
+    entry.draw();
+    entry.resize(entry.node.classList.contains("wide") ? PAPER_WIDE : PAPER_HALF, PAPER_HEIGHT);
+  }
+});
+
+window.addEventListener("afterprint", () => {
+  printing = false;
+  document.querySelectorAll("details").forEach(each => { each.open = each.dataset.open === "true"; });
+  figures.forEach(entry => entry.resize(entry.holder.clientWidth));
+});
+
+/** What the axes of all plots have in common. */
+function axis(label, more = {}) {
+  return { label, size: 32, font: FONT, labelFont: FONT, labelSize: 20, stroke: "#333",
+    grid: { stroke: "#e3e6ea", width: 1 }, ticks: { stroke: "#c8ced5", width: 1 }, ...more };
+}
+
+/** Tick labels, also where all values are tiny. */
+function tickTexts(plot, splits) {
+  const most = Math.max(...splits.map(Math.abs));
+  return splits.map(value => (value !== 0 && most < 1e-3 ? value.toExponential(1) : plain(value)));
+}
+
+/** Options that all plots have in common: hover by the cursor, zoom by dragging, back by a double
+ * click, curves on and off by the legend. */
+function plotOptions(width, height, more) {
+  return {
+    width, height, padding: [10, 14, 0, 0],
+    cursor: { drag: { x: true, y: true, uni: 24 }, points: { size: 7 }, ...more.cursor },
+    ...Object.fromEntries(Object.entries(more).filter(([name]) => name !== "cursor")),
+  };
+}
+
+/** A range of a scale from zero to a little above the largest value. */
+function fromZero(plot, least, most) {
+  const low = Math.min(least ?? 0, 0);
+  const high = most > low ? most : low + 1;
+  return [low, high + 0.06 * (high - low)];
+}
+
+/** A range just around what is shown, for a scale that the user may zoom. */
+function around(plot, least, most) {
+  const span = most - least || Math.abs(most) || 1;
+  return [least - 0.03 * span, most + 0.03 * span];
+}
+
+// Curves against the load cases.
+
+/** "speed" or "case": what the curves of the forced vibration are drawn against. */
+let caseAxis = new Set(data.speeds).size > 1 ? "speed" : "case";
+
+function casesInOrder() {
+  const cases = data.speeds.map((_, i) => i);
+  return caseAxis === "case" ? cases
+    : cases.sort((a, b) => data.speeds[a] - data.speeds[b] || a - b);
+}
+
+/** Colours of the orders: the same one wherever an order is drawn. */
+const orderColours = new Map();
+function orderColour(curve) {
+  const key = orderName(curve);
+  if (!orderColours.has(key)) {
+    orderColours.set(key, orderColours.size);
+  }
+  const place = orderColours.get(key);
+  return { stroke: PALETTE[place % PALETTE.length],
+    dash: [undefined, [7, 3], [2, 3]][Math.floor(place / PALETTE.length) % 3] };
+}
+
+/** A plot of curves against the load cases. `kind` chooses the unit; curves are {label, values,
+ * stroke, dash, width}, the first one leads: without the cursor the legend shows where it peaks. */
+function casePlot(holder, width, name, kind, curves) {
+  const cases = casesInOrder();
+  const sizes = curves.flatMap(curve => curve.values).map(v => (v === null ? 0 : Math.abs(v)));
+  const [unit, unitName] = unitFor(kind, Math.max(...sizes, 0));
+  const values = curves.map(curve => cases.map(i => {
+    const value = curve.values[i];
+    return value === null || value === undefined ? null : value / unit;
+  }));
+  const noise = 1e-9 * Math.max(...sizes, 0) / unit; // what is smaller is rounding
+  const show = value => digits(Math.abs(value ?? 1) < noise ? 0 : value);
+  const peak = Math.max(0, values[0].indexOf(largest(values[0])));
+  const x = cases.map(i => (caseAxis === "case" ? i + 1 : data.speeds[i]));
+  const series = curves.map(curve => ({
+    label: curve.label, stroke: curve.stroke, width: curve.width || 1.5, dash: curve.dash,
+    points: { size: 4 },
+    value: (plot, value, at, index) => show(index === null ? plot.data[at][peak] : value),
+  }));
+  return new uPlot(plotOptions(width, 270, {
+    scales: { x: { time: false, range: around }, y: { range: fromZero } },
+    axes: [caseAxis === "case" ? axis("load case", { incrs: [1, 2, 5, 10, 20, 50] })
+      : axis("speed [rpm]"), axis(`${name} [${unitName}]`, { size: 58, values: tickTexts })],
+    series: [{ label: "at", value: (plot, value, at, index) => caseName(cases[index ?? peak]) },
+      ...series],
+  }), [x, ...values], holder);
+}

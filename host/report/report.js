@@ -1,0 +1,157 @@
+// The report: its sections in the order in which it is read.
+
+function section(id, title, ...content) {
+  return el("section", { id }, el("h2", {}, title), ...content);
+}
+
+const lines = text => text.split(/\r?\n/).filter(line => line.trim() !== "");
+
+function warnings() {
+  const log = lines(data.log);
+  const notes = [];
+  if (log.length > 0) {
+    notes.push(el("h3", {}, "What the run had to say"),
+      el("ul", { class: "log" }, log.map(line => el("li", {}, line.trim()))));
+  }
+  // Behind two lines of heading a cylinder a line; the firing status comes last.
+  const odd = lines(data.firing).slice(2).filter(line => !line.trim().endsWith("Normal firing"));
+  if (odd.length > 0) {
+    notes.push(el("h3", {}, "Cylinders that don't fire normally"),
+      table([["engine"], ["inertia"], ["bank"], ["status"]], odd.map(line => {
+        const [, engine, inertia, bank, status] =
+          line.match(/^ ?(.{0,20}?)\s+(\d+)\s+([AB])\s+(.*)$/) || [null, line, "", "", ""];
+        return [engine.trim(), inertia, bank, status];
+      })));
+  }
+  if (log.length === 0) {
+    notes.unshift(el("p", {}, "The log of the run is empty: no errors, no warnings."));
+  }
+  return notes;
+}
+
+function modelTables() {
+  const inertiaRows = data.inertias.map((each, row) => [String(each.id),
+    [each.name, componentOfInertia.has(row) ? componentName(componentOfInertia.get(row)) : ""]
+      .filter(Boolean).join(", "), plain(each.ratio), digits(each.inertia)]);
+  const shaftRows = data.shafts.map((each, row) => [String(each.id),
+    `${data.inertias[each.origin].id}–${data.inertias[each.destination].id}`,
+    [each.name, componentOfShaft.has(row) ? componentName(componentOfShaft.get(row)) : ""]
+      .filter(Boolean).join(", "), plain(each.ratio), digits(each.stiffness),
+    plain(each.outer * 1e3), plain(each.inner * 1e3)]);
+  return details("Tables of inertias and shafts", el("div", { class: "pair" },
+    table([["inertia"], ["name"], ["speed ratio"], ["inertia", "kg m²"]], inertiaRows),
+    table([["shaft"], ["between"], ["name"], ["speed ratio"], ["stiffness", "N m/rad"],
+      ["outer Ø", "mm"], ["inner Ø", "mm"]], shaftRows)));
+}
+
+function plantSection() {
+  const one = (words, number) => (number === 1 ? words.replace(/s$/, "") : words);
+  const counts = data.counts.map(([words, number]) => `${number} ${one(words, number)}`).join(", ");
+  const calculated = [data.free && "free vibration", data.forced && "forced vibration"]
+    .filter(Boolean).join(" and ");
+  return section("plant", "The plant",
+    el("p", {}, `${counts}.`),
+    el("p", { class: "quiet" }, `Input ${data.input}, results in ${data.results}, ${data.time}, `
+      + `Verenwick ${data.version}. Calculated: ${calculated || "nothing"}.`),
+    ...warnings(),
+    data.forced ? el("h3", {}, "The worst of each") : null,
+    data.forced ? worstTable() : null,
+    el("h3", {}, "Mass-elastic system"),
+    drawTree(),
+    el("p", { class: "quiet" }, "Discs with the root of their inertia, referred to the reference "
+      + "speed. Point at a disc or shaft for its data."),
+    modelTables());
+}
+
+function freeSection() {
+  const content = section("free", "Natural frequencies and mode shapes", frequencyTable());
+  content.append(el("p", { class: "quiet" },
+    "Deflections at true speed, as a share of the largest one. Circles mark nodes."), ...modeFigures());
+  return content;
+}
+
+function interferenceSection() {
+  const content = section("interference", "Interference of orders and natural frequencies");
+  content.append(campbell(content), ...criticalTables().filter(Boolean));
+  return content;
+}
+
+function forcedSection() {
+  const content = section("forced", "Forced vibration", el("p", {},
+    "Amplitudes: half the range of the synthesised wave; of an order, of its sine wave. "
+    + "A plot shows at most the eight strongest orders of its point; without the cursor the values "
+    + "are those where the synthesised curve peaks."), shaftTable(), axisChoice());
+  content.append(el("h3", {}, "Shafts"), shaftFigures());
+  if (data.forced.damping && dampingShafts.length > 0) {
+    content.append(el("h3", {}, "Dampers and couplings"), dampingFigures());
+  }
+  content.append(el("h3", {}, "Deflection of inertias"), ...deflectionFigures());
+  return content;
+}
+
+/** The largest values of each load case. */
+function loadCaseTable() {
+  const { torque, stress, deflection, loss } = data.forced;
+  const unitOf = (total, kind) => unitFor(kind, worstOf(total).value ?? 0);
+  const [t, s, d, l] = [unitOf(torque.total, "torque"), unitOf(stress.total, "stress"),
+    unitOf(deflection.total, "deflection"), unitOf(loss.total, "power")];
+  const at = (total, loadCase) => worstOf(total.map(values => [values[loadCase]]));
+  const of = (worst, unit) => (worst.value === null ? "not a number" : digits(worst.value / unit[0]));
+  return table([["case"], ["speed", "rpm"], ["torque", t[1]], ["shaft"], ["stress", s[1]], ["shaft"],
+    ["deflection", d[1]], ["inertia"], ["total loss", l[1]]], data.speeds.map((speed, i) => {
+    const [a, b, c] = [at(torque.total, i), at(stress.total, i), at(deflection.total, i)];
+    const sum = loss.total.reduce((sumOf, values) =>
+      (sumOf === null || values[i] === null ? null : sumOf + values[i]), 0);
+    return [String(i + 1), plain(speed), of(a, t), String(data.shafts[a.point].id), of(b, s),
+      String(data.shafts[b.point].id), of(c, d), String(data.inertias[c.point].id),
+      of({ value: sum }, l)];
+  }));
+}
+
+/** The tables of the load case settings: blocks of title, notes, names, units, rule, rows. */
+function settingTables() {
+  const blocks = data.loadCaseSetting.split(/\r?\n\s*\r?\n/).map(lines).filter(block => block.length > 0);
+  return blocks.flatMap(block => {
+    const rule = block.findIndex(line => /^\s*-{10,}\s*$/.test(line));
+    const rows = block.slice(rule + 1).map(line => line.trim().split(/\s+/));
+    const names = rule < 3 ? [] : block[rule - 2].trim().split(/\s{2,}/);
+    const units = rule < 3 ? [] : block[rule - 1].match(/\[[^\]]*\]/g) || [];
+    const title = el("h4", {}, block[0].trim().replace(/\s+/g, " "));
+    if (rule < 3 || units.length !== names.length - 1
+      || rows.some(row => row.length !== names.length)) {
+      return [title, el("pre", {}, block.slice(1).join("\n"))];
+    }
+    const notes = block.slice(1, rule - 2).map(line => el("p", { class: "quiet" }, line.trim()));
+    return [title, ...notes, table(names.map((name, i) =>
+      (i === 0 ? [name] : [name, units[i - 1].slice(1, -1)])), rows)];
+  });
+}
+
+function loadCaseSection() {
+  const settings = settingTables();
+  return section("cases", "Load cases", data.forced ? loadCaseTable() : null,
+    settings.length > 0 ? el("h3", {}, "Settings of the components") : null,
+    el("div", { class: "settings" }, settings));
+}
+
+function buildReport() {
+  const title = data.title || data.input;
+  document.title = `${title} – torsional vibration`;
+  const sections = [plantSection()];
+  if (data.free && data.free.shapes.length > 0) {
+    sections.push(freeSection(), interferenceSection());
+  }
+  if (data.forced && data.shafts.length > 0) {
+    sections.push(forcedSection());
+  }
+  if (data.speeds.length > 0) {
+    sections.push(loadCaseSection());
+  }
+  document.getElementById("report").append(
+    el("header", {}, el("p", { class: "kind" }, "Torsional vibration"), el("h1", {}, title),
+      el("nav", {}, sections.map(each =>
+        el("a", { href: `#${each.id}` }, each.querySelector("h2").textContent)))),
+    ...sections);
+}
+
+buildReport();
