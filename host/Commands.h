@@ -22,6 +22,9 @@ void addShowCommand(CLI::App& program, int& status);
 /// verenwick report INPUT RESULTS: a run as one HTML page.
 void addReportCommand(CLI::App& program, int& status);
 
+/// verenwick export RESULTS: all results as CSV, a workbook or HDF5.
+void addExportCommand(CLI::App& program, int& status);
+
 /// verenwick pressure: the pressure curve of a cylinder, or its harmonics, as CSV.
 void addPressureCommand(CLI::App& program, int& status);
 

@@ -1,15 +1,46 @@
 #include "host/Readings.h"
 
+#include <fmt/format.h>
+
 #include <cmath>
+#include <stdexcept>
+#include <utility>
 
 namespace verenwick::host {
 
-using results::Axis;
+using results::Family;
 using results::Index;
 using results::Position;
 using results::ResultDirectory;
 using results::resultFile;
 using results::ResultValues;
+using results::SystemCount;
+
+ShaftLine readLineOf(const ResultDirectory& directory, const std::filesystem::path& input) {
+  auto line = readShaftLine(input);
+  if (!line || line->inertias.empty()) {
+    throw std::runtime_error(fmt::format("{} can't be read as an input file", input.string()));
+  }
+  const auto differ = [&directory](SystemCount which, std::size_t size) {
+    const auto count = directory.count(which);
+    return count && *count != static_cast<std::int64_t>(size);
+  };
+  // Rows behind a blank line of the load case table are load cases at rest.
+  const auto loadCases =
+      static_cast<std::size_t>(directory.count(SystemCount::loadCases).value_or(0));
+  if (line->loadCaseSpeeds.size() < loadCases) {
+    line->loadCaseSpeeds.resize(loadCases);
+  }
+  if (differ(SystemCount::inertias, line->inertias.size()) ||
+      differ(SystemCount::shafts, line->shafts.size()) ||
+      differ(SystemCount::loadCases, line->loadCaseSpeeds.size())) {
+    throw std::runtime_error(
+        fmt::format("the results in {} are not of this input file: the numbers of inertias, shafts "
+                    "or load cases differ",
+                    directory.path().string()));
+  }
+  return std::move(*line);
+}
 
 std::vector<double> frequencies(const ResultDirectory& directory) {
   ResultValues values = directory.open(resultFile("NaturalFrequency.bin"));
@@ -43,6 +74,35 @@ std::vector<CriticalSpeed> criticalSpeeds(ResultValues& sums, ResultValues& spee
     }
   }
   return orders;
+}
+
+std::optional<std::size_t> sourceRow(const ShaftLine& line, Family family, std::int64_t source) {
+  for (std::size_t row = 0; row < line.components.size(); ++row) {
+    if (line.components[row].family == family && --source == 0) {
+      return row;
+    }
+  }
+  return std::nullopt;
+}
+
+double orderAt(const Component& component, Family family, std::int64_t places, std::int64_t place) {
+  constexpr std::int64_t halfOrders = 24;
+  constexpr std::int64_t bladeOrders = 2;
+  const auto index = static_cast<std::size_t>(place - 1);
+  switch (family) {
+    case Family::diesel:
+      return places == halfOrders ? static_cast<double>(place) / 2 : static_cast<double>(place);
+    case Family::reciprocatingPump:
+      break;
+    case Family::propeller:
+      if (places != bladeOrders) {
+        break;  // of the ice
+      }
+      [[fallthrough]];
+    default:
+      return index < component.orders.size() ? component.orders[index] : 0;
+  }
+  return static_cast<double>(place);
 }
 
 }  // namespace verenwick::host

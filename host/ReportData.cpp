@@ -114,28 +114,10 @@ json counts(const ResultDirectory& directory) {
   return rows;
 }
 
-/// Throws unless the input file has the points and load cases that the results have.
-void checkSame(const ShaftLine& line, const ResultDirectory& directory) {
-  const auto differ = [&directory](SystemCount which, std::size_t size) {
-    const auto count = directory.count(which);
-    return count && *count != static_cast<std::int64_t>(size);
-  };
-  if (differ(SystemCount::inertias, line.inertias.size()) ||
-      differ(SystemCount::shafts, line.shafts.size()) ||
-      differ(SystemCount::loadCases, line.loadCaseSpeeds.size())) {
-    throw std::runtime_error(
-        fmt::format("the results in {} are not of this input file: the numbers of inertias, shafts "
-                    "or load cases differ",
-                    directory.path().string()));
-  }
-}
-
 /// The row of an engine, by its number among the engines.
 std::size_t engineRow(const ShaftLine& line, std::int64_t engine) {
-  for (std::size_t row = 0; row < line.components.size(); ++row) {
-    if (line.components[row].family == results::Family::diesel && --engine == 0) {
-      return row;
-    }
+  if (const auto row = sourceRow(line, results::Family::diesel, engine)) {
+    return *row;
   }
   throw std::runtime_error("VectorSum.bin: holds more engines than the input file");
 }
@@ -231,16 +213,12 @@ json rounded(const std::vector<double>& values) {
 }
 
 json reportData(const std::filesystem::path& input, const ResultDirectory& directory) {
-  const auto line = readShaftLine(input);
-  if (!line || line->inertias.empty()) {
-    throw std::runtime_error(fmt::format("{} can't be read as an input file", input.string()));
-  }
   if (!directory.has(resultFile("SystemInfo.bin"))) {
     throw std::runtime_error(
         fmt::format("{} holds no results of an accepted input", directory.path().string()));
   }
-  checkSame(*line, directory);
-  json data = {{"title", line->title},
+  const ShaftLine line = readLineOf(directory, input);
+  json data = {{"title", line.title},
                {"input", input.filename().string()},
                {"results",
                 std::filesystem::absolute(directory.path() / "").parent_path().filename().string()},
@@ -250,15 +228,15 @@ json reportData(const std::filesystem::path& input, const ResultDirectory& direc
                {"firing", textOf(directory, resultFile("Overview.txt"))},
                {"loadCaseSetting", textOf(directory, resultFile("LoadCaseSetting.txt"))},
                {"counts", counts(directory)},
-               {"inertias", inertias(*line)},
-               {"shafts", shafts(*line)},
-               {"components", components(*line, directory)},
-               {"speeds", line->loadCaseSpeeds}};
+               {"inertias", inertias(line)},
+               {"shafts", shafts(line)},
+               {"components", components(line, directory)},
+               {"speeds", line.loadCaseSpeeds}};
   if (directory.has(resultFile("NaturalFrequency.bin"))) {
-    data["free"] = freeData(*line, directory);
+    data["free"] = freeData(line, directory);
   }
-  if (directory.has(resultFile("SynthesisTorque.bin")) && !line->loadCaseSpeeds.empty()) {
-    data["forced"] = forcedData(*line, directory);
+  if (directory.has(resultFile("SynthesisTorque.bin")) && !line.loadCaseSpeeds.empty()) {
+    data["forced"] = forcedData(line, directory);
   }
   return data;
 }

@@ -42,37 +42,6 @@ struct Contribution {
   double order;
 };
 
-/// The row of a source, by its number in its family.
-std::optional<std::size_t> sourceRow(const ShaftLine& line, Family family, std::int64_t source) {
-  for (std::size_t row = 0; row < line.components.size(); ++row) {
-    if (line.components[row].family == family && --source == 0) {
-      return row;
-    }
-  }
-  return std::nullopt;
-}
-
-/// The order at a place of the files of a family.
-double orderAt(const Component& component, Family family, std::int64_t places, std::int64_t place) {
-  constexpr std::int64_t halfOrders = 24;
-  constexpr std::int64_t bladeOrders = 2;
-  const auto index = static_cast<std::size_t>(place - 1);
-  switch (family) {
-    case Family::diesel:
-      return places == halfOrders ? static_cast<double>(place) / 2 : static_cast<double>(place);
-    case Family::reciprocatingPump:
-      break;
-    case Family::propeller:
-      if (places != bladeOrders) {
-        break;  // of the ice
-      }
-      [[fallthrough]];
-    default:
-      return index < component.orders.size() ? component.orders[index] : 0;
-  }
-  return static_cast<double>(place);
-}
-
 /// Calls `each` with the contribution, the load case and the amplitudes of all points, for one
 /// quantity over all families and load cases.
 template <class Function>

@@ -16,6 +16,7 @@ int main(int argc, char** argv) {
     verenwick::host::addRunCommand(program, status);
     verenwick::host::addShowCommand(program, status);
     verenwick::host::addReportCommand(program, status);
+    verenwick::host::addExportCommand(program, status);
     verenwick::host::addPressureCommand(program, status);
     verenwick::host::addForcesCommand(program, status);
     try {

@@ -245,6 +245,13 @@ double ResultValues::value(const Position& position, std::int64_t column) {
   return block_[static_cast<std::size_t>(before - blockStart_)];
 }
 
+void ResultValues::read(std::int64_t record, std::span<double> values) {
+  if (record < 1 || record - 1 > records_ - static_cast<std::int64_t>(values.size())) {
+    fail(file_->name, "record " + std::to_string(record) + " is outside the file");
+  }
+  readRecords(stream_, file_->name, record - 1, values);
+}
+
 ResultDirectory::ResultDirectory(std::filesystem::path path) : path_(std::move(path)) {
   std::error_code error;
   if (!std::filesystem::is_directory(path_, error)) {

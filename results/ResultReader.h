@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <fstream>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -90,6 +91,9 @@ class ResultValues {
   [[nodiscard]] std::int64_t record(const Position& position, std::int64_t column = 1) const;
   /// The value of that record.
   [[nodiscard]] double value(const Position& position, std::int64_t column = 1);
+  /// Reads neighbouring records, from one on that counts from 1. Throws outside the file.
+  void read(std::int64_t record, std::span<double> values);
+  [[nodiscard]] std::int64_t records() const { return records_; }
 
  private:
   [[nodiscard]] std::int64_t sizeOf(Index index) const;

@@ -1,0 +1,66 @@
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "host/ShaftLine.h"
+#include "results/ResultReader.h"
+
+/// All results of a directory in the formats of other programs.
+namespace verenwick::host {
+
+/// What the numbers of the result files stand for, where an input file tells.
+using Names = std::optional<ShaftLine>;
+
+/// A result file as a table: numbers that name a row, then its values. Files of one value a place
+/// spread their last axis over the columns; files of a family have a row a place and the columns
+/// amplitude, angle, real and imaginary part.
+class ExportTable {
+ public:
+  ExportTable(results::ResultValues values, const Names& names);
+
+  [[nodiscard]] const results::ResultFile& file() const { return values_.file(); }
+  [[nodiscard]] const std::vector<std::string>& header() const { return header_; }
+  /// The columns at the start of a row that name it.
+  [[nodiscard]] std::size_t labels() const { return header_.size() - width_; }
+  [[nodiscard]] std::int64_t rows() const;
+
+  /// The texts that name the next row, and its values; false behind the last row.
+  bool next(std::vector<std::string>& labels, std::vector<double>& values);
+
+ private:
+  [[nodiscard]] std::string label(const results::Axis& axis, std::int64_t number) const;
+  /// What the names add to the number of an axis: the speed of a load case, the order at a place.
+  [[nodiscard]] std::string_view meaning(const results::Axis& axis) const;
+  [[nodiscard]] std::string meaningOf(const results::Axis& axis,
+                                      const results::Position& place) const;
+
+  results::ResultValues values_;
+  const Names* names_;
+  std::vector<results::Axis> rowAxes_;
+  std::vector<std::string> header_;
+  std::size_t width_;          ///< values of a row
+  std::int64_t row_ = 0;       ///< the next row, from 0
+  std::vector<double> block_;  ///< the values of some rows
+  std::int64_t blockEnd_ = 0;  ///< the row behind them
+};
+
+/// Every binary file that the directory holds.
+std::vector<const results::ResultFile*> binaryFiles(const results::ResultDirectory& directory);
+
+/// A file of comma separated values for each result file, into a directory that is made.
+void exportCsv(const results::ResultDirectory& directory, const Names& names,
+               const std::filesystem::path& output);
+
+/// A workbook with a sheet for each result file; a long one goes on in further sheets.
+void exportWorkbook(const results::ResultDirectory& directory, const Names& names,
+                    const std::filesystem::path& output);
+
+/// An HDF5 file with a data set for each result file and its units as attributes.
+void exportHdf5(const results::ResultDirectory& directory, const Names& names,
+                const std::filesystem::path& output);
+
+}  // namespace verenwick::host

@@ -1,0 +1,63 @@
+#include <fmt/format.h>
+
+#include <map>
+#include <memory>
+#include <string>
+
+#include "host/Commands.h"
+#include "host/Export.h"
+#include "host/Readings.h"
+
+namespace verenwick::host {
+namespace {
+
+using Format = void (*)(const results::ResultDirectory&, const Names&,
+                        const std::filesystem::path&);
+
+struct ExportOptions {
+  std::string results;
+  std::string format;
+  std::string output;
+  std::string input;
+};
+
+int exportResults(const ExportOptions& options) {
+  const std::map<std::string, Format> formats = {
+      {"csv", exportCsv}, {"xlsx", exportWorkbook}, {"hdf5", exportHdf5}};
+  const std::map<std::string, std::string> endings = {
+      {"csv", "-csv"}, {"xlsx", ".xlsx"}, {"hdf5", ".h5"}};
+  const results::ResultDirectory directory(options.results);
+  if (binaryFiles(directory).empty()) {
+    throw std::runtime_error(fmt::format("{} holds no results", options.results));
+  }
+  Names names;
+  if (!options.input.empty()) {
+    names = readLineOf(directory, options.input);
+  }
+  const std::filesystem::path whole = std::filesystem::absolute(options.results) / "";
+  const std::string output =
+      options.output.empty() ? whole.parent_path().filename().string() + endings.at(options.format)
+                             : options.output;
+  formats.at(options.format)(directory, names, output);
+  return 0;
+}
+
+}  // namespace
+
+void addExportCommand(CLI::App& program, int& status) {
+  CLI::App* command =
+      program.add_subcommand("export", "Write all results in the format of another program");
+  const auto options = std::make_shared<ExportOptions>();
+  command->add_option("RESULTS", options->results, "Result directory")->required();
+  command->add_option("--format", options->format, "csv (a directory of files), xlsx or hdf5")
+      ->required()
+      ->check(CLI::IsMember({"csv", "xlsx", "hdf5"}));
+  command->add_option("-o,--output", options->output,
+                      "File or directory (RESULTS-csv, RESULTS.xlsx or RESULTS.h5 in the current "
+                      "directory)");
+  command->add_option("--input", options->input,
+                      "Input file of the run: ids, speeds and orders in place of numbers");
+  command->callback([options, &status] { status = exportResults(*options); });
+}
+
+}  // namespace verenwick::host
