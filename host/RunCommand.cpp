@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "host/Commands.h"
+#include "host/Report.h"
 #include "host/RunSummary.h"
 #include "results/ResultReader.h"
 #include "verenwick.h"
@@ -29,6 +30,7 @@ using results::resultFile;
 using results::Step;
 using results::SystemCount;
 
+constexpr const char* kReportName = "report.html";
 constexpr std::int32_t kModeReport = 0;
 constexpr std::int32_t kModeFree = 1;
 constexpr std::int32_t kModeForced = 2;
@@ -39,6 +41,7 @@ struct RunOptions {
   std::string results;
   std::int32_t mode = kModeBoth;
   bool quiet = false;
+  bool report = false;
 };
 
 /// A text as the solver takes it, one character an element.
@@ -151,10 +154,16 @@ int run(const RunOptions& options) {
     // The solver has put the words of a stop to standard error itself.
     throw std::runtime_error(fmt::format("the calculation stopped early: {}", error.what()));
   }
+  if (options.report) {
+    writeReport(input, directory, path / kReportName);
+  }
   if (!options.quiet) {
     std::fputs(words.c_str(), stderr);
     printRunSummary(input, directory, steps);
     fmt::print("\nResults in {}\n", path.string());
+    if (options.report) {
+      fmt::print("Report in {}\n", (path / kReportName).string());
+    }
   }
   return 0;
 }
@@ -175,6 +184,8 @@ void addRunCommand(CLI::App& program, int& status) {
                                                                        {"free", kModeFree},
                                                                        {"forced", kModeForced},
                                                                        {"both", kModeBoth}}));
+  command->add_flag("--report", options->report,
+                    "Write the report of the run, report.html, into the result directory");
   command->add_flag("--quiet", options->quiet, "Print nothing but what went wrong");
   command->callback([options, &status] { status = run(*options); });
 }

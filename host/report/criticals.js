@@ -1,10 +1,12 @@
 // The table of critical speeds, sorted by what matters.
 
+const forcedOrders = new Map((data.forced?.largest.orders || []).map(each =>
+  [`${each.component} ${plain(each.order)}`, each]));
+
 /** What the forced vibration says of an order of an engine near a critical speed: the largest
  * amplitude of the order in any shaft at the load case nearest to it, if one is within a tenth. */
 function forcedAt(critical) {
-  const curve = data.forced?.largest.orders.find(each =>
-    each.component === critical.component && plain(each.order) === plain(critical.order));
+  const curve = forcedOrders.get(`${critical.component} ${plain(critical.order)}`);
   if (!curve) {
     return null;
   }

@@ -79,7 +79,8 @@ function addTorqueShare(rows) {
 /** The largest values of every shaft. */
 function shaftTable() {
   const { torque, stress, loss } = data.forced;
-  const [torqueUnit, torqueName] = unitFor("torque", worstOf(torque.total).value ?? 0);
+  const mostTorque = worstOf(torque.total).value ?? 0;
+  const [torqueUnit, torqueName] = unitFor("torque", mostTorque);
   const [lossUnit, lossName] = unitFor("power", worstOf(loss.total).value ?? 0);
   const [stressUnit, stressName] = unitFor("stress", 0);
   const rows = data.shafts.map((shaft, row) => {
@@ -92,8 +93,8 @@ function shaftTable() {
       `${data.inertias[shaft.origin].id}–${data.inertias[shaft.destination].id}`,
       [shaft.name, componentOfShaft.has(row) ? componentName(componentOfShaft.get(row)) : ""]
         .filter(Boolean).join(", "),
-      of(worst.value, torqueUnit),
-      of(torque.nominal[row][worst.loadCase], torqueUnit),
+      of(withoutNoise(worst.value, mostTorque), torqueUnit),
+      of(withoutNoise(torque.nominal[row][worst.loadCase], mostTorque), torqueUnit),
       caseName(worst.loadCase),
       strongestOrder("torque", row, worst.loadCase),
       stressed ? of(stressWorst.value, stressUnit) : "–",

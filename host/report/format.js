@@ -38,6 +38,9 @@ function digits(value, significant = 4) {
   return value.toFixed(Math.min(Math.max(decimals, 0), 8));
 }
 
+/** Zero for what is only rounding beside values of a size. */
+const withoutNoise = (value, size) => (Math.abs(value ?? size) < 1e-9 * size ? 0 : value);
+
 /** A number as short as it can be written: ids, orders, speeds. */
 const plain = value => String(Number(value.toPrecision(6)));
 

@@ -54,10 +54,10 @@ function layOut() {
   const place = new Array(data.inertias.length);
   const taken = new Set();
   const branches = [];
-  const lanes = new Map(); // the stretches [from, to] of the columns that each lane has taken
+  const stretches = []; // what is taken: {lane, from, to, attach}
 
-  const free = (lane, from, to) =>
-    (lanes.get(lane) || []).every(([a, b]) => to < a || from > b);
+  const free = (lane, from, to, sharer) => stretches.every(each =>
+    each.lane !== lane || to < each.from || from > each.to || each.attach === sharer);
 
   function put(path, attach, lane, first, step) {
     path.forEach((inertia, i) => {
@@ -68,26 +68,32 @@ function layOut() {
     if (attach !== null) {
       columns.push(place[attach].x);
     }
-    const stretch = [Math.min(...columns), Math.max(...columns)];
-    lanes.set(lane, [...(lanes.get(lane) || []), stretch]);
-    branches.push({ inertias: path, attach, columns: stretch });
+    const [from, to] = [Math.min(...columns), Math.max(...columns)];
+    stretches.push({ lane, from, to, attach });
+    branches.push({ inertias: path, attach, from });
   }
 
-  /** The nearest lane with room for a branch and, on the way to it, for its connection. */
+  /** The nearest lane with room for a branch and, on the way to it, for its connection, which
+   * branches of the same inertia share. Where others are in every way, a lane beyond them. */
   function laneFor(attach, from, to) {
-    const start = place[attach].lane;
-    for (let distance = 1; ; ++distance) {
-      for (const side of [1, -1]) {
-        const lane = start + side * distance;
-        let way = free(lane, from, to);
-        for (let between = start + side; way && between !== lane; between += side) {
-          way = free(between, place[attach].x, place[attach].x);
-        }
-        if (way) {
-          return lane;
+    const { x, lane: start } = place[attach];
+    const clear = lane => {
+      const side = Math.sign(lane - start);
+      for (let between = start + side; between !== lane; between += side) {
+        if (!free(between, x, x, attach)) {
+          return false;
         }
       }
+      return free(lane, from, to);
+    };
+    const beyond = stretches.length + 1;
+    for (let distance = 1; distance < beyond; ++distance) {
+      const lane = [start + distance, start - distance].find(clear);
+      if (lane !== undefined) {
+        return lane;
+      }
     }
+    return start + beyond;
   }
 
   put(longestPath(trunkEnd(), taken).path.reverse(), null, 0, 0, 1);
@@ -106,7 +112,7 @@ function layOut() {
     }
   }
 
-  const left = Math.min(...branches.map(branch => branch.columns[0]));
+  const left = Math.min(...branches.map(branch => branch.from));
   place.forEach(each => { each.x -= left; });
   return { place, branches };
 }

@@ -152,8 +152,7 @@ function casePlot(holder, width, name, kind, curves) {
     const value = curve.values[i];
     return value === null || value === undefined ? null : value / unit;
   }));
-  const noise = 1e-9 * Math.max(...sizes, 0) / unit; // what is smaller is rounding
-  const show = value => digits(Math.abs(value ?? 1) < noise ? 0 : value);
+  const show = value => digits(withoutNoise(value, Math.max(...sizes, 0) / unit));
   const peak = Math.max(0, values[0].indexOf(largest(values[0])));
   const x = cases.map(i => (caseAxis === "case" ? i + 1 : data.speeds[i]));
   const series = curves.map(curve => ({

@@ -166,6 +166,6 @@ function drawTree() {
         String(inertia.id))));
   });
   return el("div", { class: "tree scroll" }, svg("svg", { viewBox: `0 0 ${width} ${bottom}`,
-    style: `min-width:${Math.min(width, tree.columns * 34)}px;max-width:${1.3 * width}px` },
+    style: `min-width:${Math.min(width, tree.columns * 28)}px;max-width:${1.3 * width}px` },
     shafts, discs, texts));
 }
