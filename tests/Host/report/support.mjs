@@ -12,8 +12,9 @@ const { chromium } = createRequire(join(required("NODE_PACKAGES"), "/"))("playwr
 
 export const scratch = mkdtempSync(join(tmpdir(), "verenwick-report-"));
 
+/** The inputs of examples name their data files as seen from the project's root. */
 export const verenwick = (...words) =>
-  execFileSync(PROGRAM, words, { cwd: scratch, encoding: "utf8", stdio: ["ignore", "pipe", "pipe"] });
+  execFileSync(PROGRAM, words, { cwd: join(EXAMPLES, ".."), encoding: "utf8", stdio: ["ignore", "pipe", "pipe"] });
 
 export const examples = readdirSync(EXAMPLES).filter(name => existsSync(join(EXAMPLES, name, "input.txt")));
 
