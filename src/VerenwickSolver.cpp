@@ -1,5 +1,7 @@
+#include <algorithm>
 #include <cstdio>
 #include <exception>
+#include <new>
 #include <optional>
 #include <string>
 
@@ -10,6 +12,7 @@
 #include "InputAndChecking/DataChecking.h"
 #include "InputAndChecking/ImportInputFile.h"
 #include "InputAndChecking/SystemInformation.h"
+#include "RunControl/CalculationMode.h"
 #include "RunControl/Global_Parameter.h"
 #include "RunControl/Log.h"
 #include "RunControl/RunStopped.h"
@@ -19,11 +22,17 @@
 namespace verenwick {
 namespace {
 
-/// What a run calculates.
-enum CalculationMode : std::int32_t { reportsOnly = 0, freeOnly = 1, forcedOnly = 2, both = 3 };
+/// Behind a longer directory a path would be cut in the middle of a file name.
+constexpr std::size_t kLongestDirectory = [] {
+  std::size_t longestName = 0;
+  for (const results::ResultFile& file : results::kResultFiles) {
+    longestName = std::max(longestName, file.name.size());
+  }
+  return kPathLength - 1 - longestName;
+}();
 
 /// A text from the host: the lowest byte of each element is a character. None if the text is
-/// longer than a path may be, or missing.
+/// missing, longer than a path may be, or has a null character, at which the platform would cut it.
 std::optional<std::string> unpack(const std::int32_t* characters, const std::int32_t* length) {
   if (length == nullptr || (characters == nullptr && *length > 0)) {
     return std::nullopt;
@@ -34,6 +43,9 @@ std::optional<std::string> unpack(const std::int32_t* characters, const std::int
   }
   for (std::int32_t i = 0; i < *length; ++i) {
     text.push_back(static_cast<char>(static_cast<std::uint32_t>(characters[i]) & 0xFFU));
+  }
+  if (text.find('\0') != std::string::npos) {
+    return std::nullopt;
   }
   return text;
 }
@@ -71,16 +83,18 @@ void run(const std::optional<std::string>& inputFileDir,
          const std::optional<std::string>& inputFileName,
          const std::optional<std::string>& resultFileDir, std::int32_t mode,
          std::int32_t& inputStatus) {
-  if (!resultFileDir) {
-    std::fprintf(stderr, "** Result directory is missing or longer than %zu characters\n",
-                 kPathLength);
+  if (!resultFileDir || resultFileDir->size() > kLongestDirectory) {
+    std::fprintf(stderr,
+                 "** Result directory is missing, longer than %zu characters or holds a null\n",
+                 kLongestDirectory);
     return;
   }
   std::string resultDirectory = *resultFileDir;
   SETRESULTFILEDIR(resultDirectory, static_cast<std::int32_t>(resultDirectory.size()));
   if (!inputFileDir || !inputFileName) {
     Log(Opening::replace)
-        .record("Error: Input file path is missing or longer than ", kPathLength, " characters");
+        .record("Error: Input file path is missing, longer than ", kPathLength,
+                " characters or holds a null");
     return;
   }
   std::string inputDirectory = *inputFileDir;
@@ -107,6 +121,8 @@ extern "C" VERENWICK_API void VERENWICKSOLVER(
     run(unpack(inputFileDir, inputFileDirLength), unpack(inputFileName, inputFileNameLength),
         unpack(resultFileDir, resultFileDirLength),
         calculationMode != nullptr ? *calculationMode : reportsOnly, status);
+  } catch (const std::bad_alloc&) {
+    reportStop("** Not enough memory for this run");
   } catch (const std::exception& stop) {
     reportStop(stop.what());
   } catch (...) {

@@ -17,7 +17,7 @@ namespace verenwick {
 /// Records numbered from 1. An unallocated table and an empty one are different things.
 ///
 /// The ids that the input file gave the records are kept beside them, in an ordered index, so that
-/// a lookup stays fast in a model of many thousand rows.
+/// a lookup stays fast in a model of many thousand rows. Tables without ids have no index.
 template <class Record>
 class ComponentTable {
  public:
@@ -25,20 +25,21 @@ class ComponentTable {
     records_.emplace(static_cast<std::size_t>(std::max(count, 0)));
     ids_.assign(records_->size(), 0);
     index_.clear();
-    for (std::int32_t position = 1; position <= number(); ++position) {
-      index_.emplace_hint(index_.end(), 0, position);
-    }
+    isIndexed_ = false;
   }
   /// Adds one record at the end of an allocated table.
   void append() {
     records_->emplace_back();
     ids_.push_back(0);
-    index_.emplace(0, number());
+    if (isIndexed_) {
+      index_.emplace(0, number());
+    }
   }
   void deallocate() {
     records_.reset();
     ids_.clear();
     index_.clear();
+    isIndexed_ = false;
   }
   bool isAllocated() const { return records_.has_value(); }
   std::int32_t number() const { return records_ ? static_cast<std::int32_t>(records_->size()) : 0; }
@@ -49,17 +50,30 @@ class ComponentTable {
 
   std::int32_t id(std::int32_t position) const { return ids_[element(position)]; }
   void setId(std::int32_t position, std::int32_t id) {
+    if (!isIndexed_) {
+      index();
+    }
     index_.erase({ids_[element(position)], position});
     ids_[element(position)] = id;
     index_.emplace(id, position);
   }
   /// First position with this id; 0 if there is none or the table isn't allocated.
   std::int32_t positionOf(std::int32_t id) const {
+    if (!isIndexed_) {
+      return id == 0 && number() > 0 ? 1 : 0;
+    }
     const auto found = index_.lower_bound({id, 0});
     return found != index_.end() && found->first == id ? found->second : 0;
   }
 
  private:
+  /// Every id is 0 until the first one is set.
+  void index() {
+    for (std::int32_t position = 1; position <= number(); ++position) {
+      index_.emplace_hint(index_.end(), 0, position);
+    }
+    isIndexed_ = true;
+  }
   static std::size_t element(std::int32_t position) {
     return static_cast<std::size_t>(position) - 1;
   }
@@ -67,6 +81,7 @@ class ComponentTable {
   std::optional<std::vector<Record>> records_;
   std::vector<std::int32_t> ids_;
   std::set<std::pair<std::int32_t, std::int32_t>> index_;
+  bool isIndexed_ = false;
 };
 
 /// First position from 1 at which a condition holds; 0 if there is none.

@@ -83,18 +83,18 @@ void FLUSHRESULTS(std::FILE* unit, std::int32_t printLevel, const EP& problem) {
   constexpr double kRpm = 9.549296585513721;
   const bool hasFrequencies = problem.problemKind == 0 || problem.problemKind == 1;
   std::fprintf(unit, " --- Begin Eigenvalue solver results ---\n");
-  std::fprintf(unit, "Order of the system =  %d\n", problem.N);
+  std::fprintf(unit, " Order of the system = %d\n", problem.N);
   if (hasFrequencies) {
-    std::fprintf(unit, "Angular velocity, in ascending order, and the corresponding RPMs \n");
+    std::fprintf(unit, " Angular velocity, in ascending order, and the corresponding RPMs \n");
     for (const double omega : problem.EIGVALREAL) {
       std::fprintf(unit, " %s %s\n", shortestText(omega).c_str(),
                    shortestText(omega * kRpm).c_str());
     }
   }
   if (hasFrequencies && printLevel > 1 && !problem.RIGHTEIGVECREAL.empty()) {
-    std::fprintf(unit, "Eigenvectors one by one\n");
+    std::fprintf(unit, " Eigenvectors one by one\n");
     for (std::int32_t mode = 1; mode <= problem.N; ++mode) {
-      std::fprintf(unit, "Eigenvector #  %d\n", mode);
+      std::fprintf(unit, " Eigenvector # %d\n", mode);
       for (std::int32_t i = 1; i <= problem.N; ++i) {
         std::fprintf(unit, " %s\n",
                      shortestText(problem.RIGHTEIGVECREAL[element(problem, i, mode)]).c_str());

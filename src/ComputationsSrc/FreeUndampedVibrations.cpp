@@ -22,8 +22,9 @@ void FREEUNDAMPEDVIBRATIONS(std::int32_t N, std::span<double> D, std::span<doubl
   for (double& value : D) {
     value = std::sqrt(value);
   }
-  EigenvalueSolver::FLUSHRESULTS(diagnostics.unit() != nullptr ? diagnostics.unit() : stdout,
-                                 printLevel, *problem);
+  if (std::FILE* const unit = printLevel > 1 ? diagnostics.unit() : stdout; unit != nullptr) {
+    EigenvalueSolver::FLUSHRESULTS(unit, printLevel, *problem);
+  }
   EigenvalueSolver::DESTROY(problem);
 }
 

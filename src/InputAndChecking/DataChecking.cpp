@@ -4,6 +4,7 @@
 
 #include "InputAndChecking/CheckList.h"
 #include "InputAndChecking/DataFiles.h"
+#include "RunControl/CalculationMode.h"
 
 namespace verenwick {
 namespace {
@@ -12,9 +13,7 @@ namespace {
 constexpr std::int64_t kMostSharedIdMessages = 10'000;
 
 bool needsLoadCaseColumns(std::int32_t calculationMode) {
-  constexpr std::int32_t kForcedOnly = 2;
-  constexpr std::int32_t kBoth = 3;
-  return calculationMode == kForcedOnly || calculationMode == kBoth;
+  return calculationMode == forcedOnly || calculationMode == both;
 }
 
 bool checkTables(ModelBundle& model, std::int32_t calculationMode) {

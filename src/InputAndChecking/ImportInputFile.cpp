@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <numeric>
 #include <vector>
 
 #include "InputAndChecking/InputSections.h"
@@ -11,6 +12,9 @@ namespace {
 
 constexpr std::string_view kLoadCaseKeyword = "LOADCASE";
 constexpr std::string_view kAngleBasedKeyword = "OUTPUTANGLEBASEDRESULTS";
+
+/// Sections of one file; their records take a few kilobytes each at the most.
+constexpr std::int64_t kMostSections = 400'000;
 
 std::string keywordOf(const std::string& line) {
   std::string word = line;
@@ -58,7 +62,7 @@ SectionCounts countSections(const std::string& path, Log& log) {
 }
 
 /// Sizes the tables; kinds that don't occur stay unallocated.
-/// @returns the number of components that can have a column in the load case table
+/// @returns the number of components, couplings and dampers included
 std::int32_t sizeTables(const SectionCounts& counts, ModelBundle& model) {
   releaseTables(model);
   std::int32_t components = 0;
@@ -68,7 +72,7 @@ std::int32_t sizeTables(const SectionCounts& counts, ModelBundle& model) {
     if (section.allocate != nullptr && count > 0) {
       section.allocate(model, count);
     }
-    components += section.hasLoad ? count : 0;
+    components += section.isComponent ? count : 0;
   }
   if (counts.hasLoadCases) {
     ALLOCATE_LOADCASE_TABLE(model.loadCase, components);
@@ -85,8 +89,10 @@ bool readSection(InputReader& in, ModelBundle& model, const InputSection& sectio
                     " is of a kind that can't be read yet");
     return false;
   }
-  // A section that stood in the first pass's load case table has no record.
-  return position <= counted ? section.read(in, model, position) : in.failKeywordLine();
+  // The first pass may have ended earlier, at a LOADCASE that is a line of another section; what
+  // stands behind it has no record.
+  const bool hasRecord = section.allocate == nullptr || position <= counted;
+  return hasRecord ? section.read(in, model, position) : in.failKeywordLine();
 }
 
 /// Fills the tables in file order, up to the end of the file or through the load case table.
@@ -113,6 +119,13 @@ bool readFile(const std::string& path, Log& log, ModelBundle& model, bool& wants
     return false;
   }
   const SectionCounts counts = countSections(path, log);
+  const std::int64_t sections =
+      std::accumulate(counts.ofKind.begin(), counts.ofKind.end(), std::int64_t{0});
+  if (sections > kMostSections) {
+    log.record("Error: The input file has", sections, " sections, at most", kMostSections,
+               " can be read");
+    return false;
+  }
   const std::int32_t components = sizeTables(counts, model);
   if (counts.hasLoadCases && components == 0) {
     log.record("Error occurs when reading loadcase settings data : No load setting defined");
@@ -140,7 +153,7 @@ bool READINPUTFILE(const std::string& path, ModelBundle& model) {
     Log log(Opening::replace);
     if (!log.isOpen()) {
       std::fprintf(stderr, "** Log file can't be written: %s\n",
-                   resultFileAddress("Verenwick.log").c_str());
+                   resultFileAddress(results::resultFile("Verenwick.log").name).c_str());
       return false;
     }
     if (!readFile(path, log, model, wantsGensetFile)) {

@@ -12,8 +12,8 @@ struct InputSection {
   std::string_view keyword;
   /// Field list of the keyword line, as its message names it.
   std::string_view fields;
-  /// Whether the component can have a column in the load case table.
-  bool hasLoad;
+  /// Whether the load case table has room for one entry of each section.
+  bool isComponent;
   /// Sizes the kind's table; null for a section that has no table of its own.
   void (*allocate)(ModelBundle& model, std::int32_t count);
   /// Reads the section, its keyword line being the reader's current line, into the record at a

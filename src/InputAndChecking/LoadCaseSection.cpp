@@ -157,10 +157,9 @@ bool readLoadCases(InputReader& in, ModelBundle& model) {
 }
 
 bool readGensetFile(ModelBundle& model) {
-  DataFile file(resultFileAddress("Genset.txt"));
-  if (!isReadableFile(file.name())) {
-    static_cast<void>(file.nextLine());
-    return file.reportFailure();
+  DataFile file(resultFileAddress(results::resultFile("Genset.txt").name));
+  if (!file.isOpen()) {
+    return file.nextLine() || file.reportFailure();
   }
   // One record for each diesel in each load case; a host may not size them by counts alone.
   constexpr std::int64_t kMostRecords = 10'000'000;

@@ -15,6 +15,7 @@ class DataFile {
  public:
   explicit DataFile(std::string_view path);
 
+  bool isOpen() const { return reader_.isOpen(); }
   /// Takes the next line; false at the end of the file.
   [[nodiscard]] bool nextLine();
   /// Takes lines without looking at them.

@@ -93,6 +93,8 @@ TextWriter::TextWriter(std::string path, Opening opening)
 
 void TextWriter::writeLine(std::string_view line) { stream_ << line << '\n'; }
 
+bool TextWriter::flush() { return static_cast<bool>(stream_.flush()); }
+
 void TextWriter::close() {
   stream_.close();
   if (!stream_) {

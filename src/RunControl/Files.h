@@ -25,8 +25,8 @@ std::filesystem::path nativePath(std::string_view path);
 /// Whether a file exists and can be read.
 bool isReadableFile(std::string_view path);
 
-/// Reads a text file line by line. Line ends of all platforms are understood, and a byte order
-/// mark at the front of the file is dropped.
+/// Reads a text file line by line. A line ends at a line feed, with or without a carriage return
+/// before it, and a byte order mark at the front of the file is dropped.
 class TextReader {
  public:
   explicit TextReader(std::string_view path);
@@ -49,6 +49,8 @@ class TextWriter {
   TextWriter(std::string path, Opening opening);
   bool isOpen() const { return stream_.is_open(); }
   void writeLine(std::string_view line);
+  /// Whether all lines so far have reached the file.
+  [[nodiscard]] bool flush();
   /// Throws RunStopped when the file could not be opened or written.
   void close();
   std::int32_t unit() const { return unit_; }

@@ -1,8 +1,18 @@
 #include "RunControl/Log.h"
 
+#include <cstdio>
+
 namespace verenwick {
 
-Log::Log(Opening opening) : writer_(resultFileAddress("Verenwick.log"), opening) {}
+Log::Log(Opening opening)
+    : writer_(resultFileAddress(results::resultFile("Verenwick.log").name), opening) {}
+
+void Log::write(const std::string& line) {
+  writer_.writeLine(line);
+  if (!writer_.flush()) {
+    std::fprintf(stderr, "%s\n", line.c_str());
+  }
+}
 
 void Log::appendNumber(std::string& line, std::string_view number) {
   if (!line.ends_with(' ') && !line.ends_with('(')) {

@@ -20,7 +20,7 @@ class Log {
   void record(const Pieces&... pieces) {
     std::string line = " ";
     (append(line, pieces), ...);
-    writer_.writeLine(line);
+    write(line);
   }
 
  private:
@@ -30,6 +30,8 @@ class Log {
   }
   static void append(std::string& line, double number) { appendNumber(line, shortestText(number)); }
   static void appendNumber(std::string& line, std::string_view number);
+  /// Writes a record; one that the log can't take goes to standard error.
+  void write(const std::string& line);
 
   TextWriter writer_;
 };

@@ -49,9 +49,16 @@ ADJNODE::ADJNODE(const MASS_TABLE& mass, const SHAFT_TABLE& shaft) : ADJNODE(mas
     const std::int32_t i = GET_MASS_IMASS(mass, GET_SHAFT_ORGNODE(shaft, s));
     const std::int32_t j = GET_MASS_IMASS(mass, GET_SHAFT_DESNODE(shaft, s));
     if (i > 0 && j > 0) {
-      join(i, j);
+      from_[index(i)].push_back(j);
+      from_[index(j)].push_back(i);
     }
   }
+  // Sorted once at the end: an inertia may be the hub of very many shafts.
+  for (auto& neighbours : from_) {
+    std::sort(neighbours.begin(), neighbours.end());
+    neighbours.erase(std::unique(neighbours.begin(), neighbours.end()), neighbours.end());
+  }
+  into_ = from_;
 }
 
 void ADJNODE::set(std::int32_t i, std::int32_t j) {

@@ -29,10 +29,11 @@ class ADJNODE {
   const std::vector<std::int32_t>& into(std::int32_t i) const { return into_[index(i)]; }
 
  private:
+  using NeighbourLists = std::vector<std::vector<std::int32_t>>;
   static std::size_t index(std::int32_t i) { return static_cast<std::size_t>(i) - 1; }
 
-  std::vector<std::vector<std::int32_t>> from_;
-  std::vector<std::vector<std::int32_t>> into_;
+  NeighbourLists from_;
+  NeighbourLists into_;
 };
 
 /// Marks of nodes, by position from 1.

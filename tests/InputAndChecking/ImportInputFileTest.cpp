@@ -204,7 +204,7 @@ TEST(VerenwickSolver, TextsThatAreTooLongAreRefused) {
   directory.write("input.txt", kTwoInertias);
   EXPECT_EQ(test::callSolver(std::string(1001, 'x'), "input.txt", here, 1), 0);
   EXPECT_EQ(test::readText(directory.path() / "Verenwick.log"),
-            " Error: Input file path is missing or longer than 1000 characters\n");
+            " Error: Input file path is missing, longer than 1000 characters or holds a null\n");
   EXPECT_EQ(test::callSolver(here, "input.txt", std::string(1001, 'x'), 1), 0);
 }
 

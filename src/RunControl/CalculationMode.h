@@ -1,0 +1,10 @@
+#pragma once
+
+#include <cstdint>
+
+namespace verenwick {
+
+/// What a run calculates. Any other value is as `both`, but without preparing coupling power.
+enum CalculationMode : std::int32_t { reportsOnly = 0, freeOnly = 1, forcedOnly = 2, both = 3 };
+
+}  // namespace verenwick
