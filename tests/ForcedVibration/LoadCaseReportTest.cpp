@@ -1,99 +1,12 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "ForcedVibration/AllFamiliesPlant.h"
 #include "Support/SolverRun.h"
 
 namespace verenwick::test {
 namespace {
 
 using testing::HasSubstr;
-
-TEST(LoadCaseReport, EveryKindOfComponentHasItsSectionInTheOrderOfTheColumns) {
-  // The plant with its first load case alone. Behind the columns of the file come those that the
-  // couplings and dampers were given.
-  const std::string text = kAllFamiliesPlant.substr(0, kAllFamiliesPlant.find("600.0 1200.0"));
-  const SolverRun run(text, 2);
-  ASSERT_EQ(run.status(), 1) << run.log();
-  EXPECT_EQ(readText(run.results() / "LoadCaseSetting.txt"), R"(
-Diesel   1
-Case     Speed     Power     P.Max    P.Inlet   P.Comp       MIP       MEP
-         [rpm]  [kW/cyl]     [bar]      [bar]    [bar]     [bar]     [bar]
---------------------------------------------------------------------------
-   1     450.0     233.3     164.4       3.2     113.1      22.5      19.3
-
-Propeller   1
-                                                    Propeller excitation
-Case  Engine speed  Blade freq.   Power     Damping  1st order  2nd order
-             [rpm]      [min-1]    [kW]   [Nms/rad]       [Nm]       [Nm]
--------------------------------------------------------------------------
-   1         112.5        450.0   500.0   9.431E+03  2.122E+03  6.366E+02
-
-Generator   1
-Case          Speed          Power
-              [rpm]           [kW]
---------------------------------
-   1          900.0          150.0
-
-Centrifugal pump   1
-Case          Speed          Power
-              [rpm]           [kW]
---------------------------------
-   1          450.0          100.0
-
-Reciprocating pump   1
-Case     Speed        Speed       Power       T_rpm       T_mcr     T_ratio
-         [rpm]  [%MCRSpeed]    [kW/cyl]       [kNm]       [kNm]         [%]
---------------------------------------------------------------------------
-   1     225.0         0.60        35.0         3.0         3.8        0.78
-
-Electric motor   1
-Case          Speed          Power
-              [rpm]           [kW]
---------------------------------
-   1          450.0          120.0
-
-Linear coupling   1
-Note: The listed damping values are calculated basing on shaft order
-Case          Speed       Stiffness       Damping
-              [rpm]        [Nm/rad]     [Nms/rad]
------------------------------------------------
-   1          450.0     1.500E+005     4.547E+002
-
-Progressive coupling   1
-Note: The listed damping values are calculated basing on shaft order
-Case          Speed       Stiffness       Damping
-              [rpm]        [Nm/rad]     [Nms/rad]
------------------------------------------------
-   1          900.0     2.164E+005     3.827E+002
-
-Geislinger coupling   1
-Note: The listed stiffness and damping values are calculated basing on shaft order
-Case          Speed       Stiffness       Damping
-              [rpm]        [Nm/rad]     [Nms/rad]
------------------------------------------------
-   1          450.0     4.228E+005     1.702E+003
-
-Viscous damper   1
-Case          Speed       Stiffness       Damping
-              [rpm]        [Nm/rad]     [Nms/rad]
------------------------------------------------
-   1          450.0     0.000E+000     8.000E+002
-
-Rubber damper   1
-Note: The listed damping values are calculated basing on shaft order
-Case          Speed       Stiffness       Damping
-              [rpm]        [Nm/rad]     [Nms/rad]
------------------------------------------------
-   1          450.0     6.000E+004     2.546E+002
-
-Steel spring damper   1
-Case          Speed       Stiffness       Damping
-              [rpm]        [Nm/rad]     [Nms/rad]
------------------------------------------------
-   1          450.0     9.000E+005     1.500E+003
-)");
-}
 
 TEST(LoadCaseReport, TurbinesAndNumbersTooWideForTheirField) {
   const SolverRun run(
