@@ -8,8 +8,8 @@
 
 #include "ComputationsSrc/CylinderExcitations.h"
 #include "ComputationsSrc/DiscreteFourierTransform.h"
+#include "Excitation/CrankAngles.h"
 #include "Excitation/TheoreticalPressure.h"
-#include "RunControl/Constants.h"
 #include "include/verenwick.h"
 #include "tests/ComputationsSrc/PlainTransform.h"
 #include "tests/Excitation/PlainPressureCurve.h"
@@ -78,13 +78,11 @@ BENCHMARK(TransformPlain)->Arg(360)->Arg(720);
 /// A grid of whole degrees and room for what the calculators fill.
 struct Grid {
   std::int32_t nPoints;
-  std::vector<double> phi = curveOf(nPoints);
+  std::vector<double> phi = crankAngles(static_cast<std::size_t>(nPoints));
   std::vector<double> pressure = curveOf(nPoints);
   double lambda = 0.25;
 
-  explicit Grid(std::int64_t n) : nPoints(static_cast<std::int32_t>(n)) {
-    for (std::size_t i = 0; i < phi.size(); ++i) phi[i] = static_cast<double>(i) * kPi / 180;
-  }
+  explicit Grid(std::int64_t n) : nPoints(static_cast<std::int32_t>(n)) {}
 };
 
 void PressureToHarmonic(benchmark::State& state) {

@@ -1,10 +1,10 @@
 #include "Excitation/CylinderPressureToHarmonic.h"
 
-#include <cmath>
 #include <complex>
 #include <cstddef>
 #include <vector>
 
+#include "ComputationsSrc/CylinderExcitations.h"
 #include "ComputationsSrc/DiscreteFourierTransform.h"
 #include "ComputationsSrc/PressureFourierCoefficients.h"
 #include "RunControl/CallerArguments.h"
@@ -36,18 +36,15 @@ void HARMONICTOCYLINDERPRESSURE(std::span<double> pressure, std::span<const doub
   }
   INVERSEDISCRETEFOURIERTRANSFORM(coefficients, pressure);
 
-  const auto rodAngle = [&](std::size_t i) { return std::asin(lambda * std::sin(phi[i])); };
-  const auto rodSine = [&](std::size_t i) { return std::sin(phi[i] + rodAngle(i)); };
-  const auto cylinderPressure = [&](std::size_t i) {
-    return pressure[i] / (rodSine(i) / std::cos(rodAngle(i)));
-  };
+  std::vector<double> factor(pressure.size(), 1.0);  // tangential pressure of a pressure of 1
+  TANGENTIALFORCEGAS(factor, phi, lambda);
   for (std::size_t i = 0; i < pressure.size(); ++i) {
-    if (rodSine(i) != 0.0) {
-      pressure[i] = cylinderPressure(i);
+    if (factor[i] != 0.0) {
+      pressure[i] = pressure[i] / factor[i];
     } else if (i > 0) {
-      pressure[i] = cylinderPressure(i - 1);
+      pressure[i] = pressure[i - 1] / factor[i - 1];
     } else if (pressure.size() > 1) {
-      pressure[i] = cylinderPressure(1);
+      pressure[i] = pressure[1] / factor[1];
     }
   }
 }
@@ -61,7 +58,7 @@ extern "C" VERENWICK_API void CYLINDERPRESSURETOHARMONIC(
     CYLINDERPRESSURETOHARMONIC(callerArray(pressure, *nPoints), callerArray(phi, *nPoints), *lambda,
                                callerArray(SINECOMPONENT, *nOrders),
                                callerArray(COSINECOMPONENT, *nOrders));
-  } catch (...) {  // no memory: nothing was written
+  } catch (...) {  // no memory: the components are as they were, the pressure may be changed
     return;
   }
 }

@@ -18,8 +18,8 @@ double CALCULATE_TORQUE(double power, double speed) { return power / (speed * kP
 double CALCULATE_POWER(double torque, double speed) { return torque * (speed * kPiSingle / 30.0); }
 
 double CALCULATE_MEP(double power, double speed, double bore, std::int32_t nStroke, double stroke) {
-  const double cyclesPerMinute = speed / (nStroke * 60.0 * 0.5);
-  return power / (cyclesPerMinute * kPiSingle * bore * bore * 0.25 * stroke);
+  const double cyclesPerSecond = speed / (nStroke * 60.0 * 0.5);
+  return power / (cyclesPerSecond * kPiSingle * bore * bore * 0.25 * stroke);
 }
 
 double CALCULATE_MIP(double /*mep*/, double mepRated, double load, double mechEfficiency,

@@ -6,16 +6,11 @@
 
 #include "ComputationsSrc/CylinderExcitations.h"
 #include "ComputationsSrc/OscillatingMassFourierCoefficients.h"
+#include "Excitation/CrankAngles.h"
 #include "RunControl/Constants.h"
 
 namespace verenwick {
 namespace {
-
-std::vector<double> degrees(std::size_t n) {
-  std::vector<double> phi(n);
-  for (std::size_t i = 0; i < n; ++i) phi[i] = static_cast<double>(i) * kPi / 180.0;
-  return phi;
-}
 
 /// Piston travel from top dead centre in crank radii.
 double travel(double phi, double lambda) {
@@ -29,7 +24,7 @@ double pistonSpeed(double phi, double lambda) {
 }
 
 TEST(CylinderExcitations, TangentialForceDoesTheWorkOfThePiston) {
-  const std::vector<double> phi = degrees(360);
+  const std::vector<double> phi = crankAngles(360);
   for (const double lambda : {0.1, 0.25, 0.5}) {
     std::vector<double> gas(phi.size(), 3.0);
     std::vector<double> mass(phi.size());
@@ -47,7 +42,7 @@ TEST(CylinderExcitations, TangentialForceDoesTheWorkOfThePiston) {
 }
 
 TEST(CylinderExcitations, RadialAndTangentialPartsMakeUpTheRodForce) {
-  const std::vector<double> phi = degrees(360);
+  const std::vector<double> phi = crankAngles(360);
   const double lambda = 0.3;
   std::vector<double> tangential(phi.size(), 2.0);
   std::vector<double> radial(phi.size(), 2.0);
@@ -69,7 +64,7 @@ TEST(CylinderExcitations, RadialAndTangentialPartsMakeUpTheRodForce) {
 }
 
 TEST(CylinderExcitations, EndlessRodLeavesSimpleCurves) {
-  const std::vector<double> phi = degrees(360);
+  const std::vector<double> phi = crankAngles(360);
   std::vector<double> gas(phi.size(), 5.0);
   std::vector<double> mass(phi.size());
   TANGENTIALFORCEGAS(gas, phi, 0.0);
@@ -88,7 +83,7 @@ TEST(CylinderExcitations, ImpossibleRodGivesNotANumber) {
 }
 
 TEST(CylinderExcitations, MassFactorHasTheKnownSineTerms) {
-  const std::vector<double> phi = degrees(720);
+  const std::vector<double> phi = crankAngles(720);
   for (const std::size_t n : {360U, 720U}) {
     const std::size_t step = n / 360;  // element of order 1
     std::vector<std::complex<double>> c(step * 6 + 1);

@@ -1,15 +1,19 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <filesystem>
 #include <fstream>
 #include <limits>
+#include <span>
 #include <string>
 #include <vector>
 
+#include "Excitation/CrankAngles.h"
 #include "Excitation/CylinderPressureToHarmonic.h"
 #include "Excitation/Engine_functions.h"
+#include "Excitation/ExcitationConstants.h"
 #include "Excitation/GasMassForceReport.h"
 #include "Excitation/SampleEngines.h"
 #include "Excitation/TheoreticalCylinderPressure.h"
@@ -21,12 +25,6 @@ namespace verenwick {
 namespace {
 
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-
-std::vector<double> degrees(std::size_t n) {
-  std::vector<double> phi(n);
-  for (std::size_t i = 0; i < n; ++i) phi[i] = static_cast<double>(i) * kPi / 180.0;
-  return phi;
-}
 
 /// Calls the exported pressure curve; the pressures of the input are the rated ones.
 void exportedCurve(double ratedPower, double ratedSpeed, const CylinderPressureInput& in,
@@ -71,6 +69,22 @@ TEST(TheoreticalCylinderPressure, TakesRatedPressuresAtRatedSpeedOnly) {
     EXPECT_LT(atLoad.pComp, rated.pComp);
     EXPECT_EQ(atLoad.pInlet, 100000.0);
     EXPECT_EQ(curve, directCurve(atLoad));
+
+    // 0.85 of the torque leaves all three between their limits, below and above the rated speed.
+    const bool isTwo = in.nStroke == 2;
+    const double peakSlope = isTwo ? kPeakSlopeTwoStroke : kPeakSlopeFourStroke;
+    const double inletSlope = isTwo ? kInletSlopeTwoStroke : kInletSlopeFourStroke;
+    for (const double speed : {0.9, 1.05}) {
+      in.speed = rated.speed * speed;
+      in.power = rated.power * speed * 0.85;
+      const double drop = 1.0 - (in.power / in.speed) / (rated.power / rated.speed);
+      atLoad = in;
+      atLoad.pMax -= rated.pMax * peakSlope * drop;
+      atLoad.pComp -= rated.pComp * kCompressionSlope * drop;
+      atLoad.pInlet -= (rated.pInlet - 1.0) * inletSlope * drop;
+      exportedCurve(rated.power, rated.speed, in, 0, curve, mip);
+      EXPECT_EQ(curve, directCurve(atLoad)) << in.nStroke << "-stroke at " << in.speed;
+    }
   }
 }
 
@@ -89,7 +103,7 @@ TEST(TheoreticalCylinderPressure, LowestBitOfTheLogicalDecides) {
 TEST(CylinderPressureToHarmonic, PureTangentialSineComesBackAtItsOrder) {
   const double lambda = 0.25;
   for (const std::int32_t n : {360, 720}) {
-    const auto phi = degrees(static_cast<std::size_t>(n));
+    const auto phi = crankAngles(static_cast<std::size_t>(n));
     std::vector<double> pressure(phi.size());
     std::vector<double> tangential(phi.size());
     for (std::size_t i = 0; i < phi.size(); ++i) {
@@ -115,7 +129,7 @@ TEST(CylinderPressureToHarmonic, PureTangentialSineComesBackAtItsOrder) {
 }
 
 TEST(HarmonicToCylinderPressure, DividesWhatTheInverseTransformGathers) {
-  const auto phi = degrees(360);
+  const auto phi = crankAngles(360);
   const double lambda = 0.25;
   std::vector<double> pressure(360, 1.0);
   std::vector<double> sine{0.0, 0.0, kNaN};
@@ -158,7 +172,7 @@ struct ForceCall {
   double stroke = 2.0;
   double diameter = 0.5;
   std::int32_t nPoints = 360;
-  std::vector<double> phi = degrees(360);
+  std::vector<double> phi = crankAngles(360);
   std::vector<double> pressure = std::vector<double>(360, 3e6);
   std::array<std::vector<double>, 6> out;
 
@@ -210,7 +224,7 @@ TEST(TangentialRadialForce, ForcesAreThoseOfTheCrankDrive) {
 
 TEST(Calculators, TakeAnyCountAndAnyMissingArgument) {
   const double lambda = 0.25;
-  const auto phi = degrees(8);
+  const auto phi = crankAngles(8);
   for (const std::int32_t nPoints : {0, -1, std::numeric_limits<std::int32_t>::min()}) {
     const std::int32_t two = 2;
     std::array<double, 3> sine{5, 5, 5};
@@ -255,11 +269,63 @@ TEST(Calculators, TakeAnyCountAndAnyMissingArgument) {
   EXPECT_EQ(untouched, 5);
 }
 
+std::ptrdiff_t notNumbers(std::span<const double> values) {
+  return std::ranges::count_if(values, [](double value) { return std::isnan(value); });
+}
+
+TEST(Calculators, LetNotANumberRunThrough) {
+  for (const CylinderPressureInput& in : {sample::twoStroke(), sample::fourStroke()}) {
+    for (double CylinderPressureInput::*const member :
+         {&CylinderPressureInput::speed, &CylinderPressureInput::lambda}) {
+      CylinderPressureInput bad = in;
+      bad.*member = kNaN;
+      std::vector<double> curve(kPressurePoints, -7);
+      double mip = 0;
+      exportedCurve(in.power, in.speed, bad, 0, curve, mip);
+      EXPECT_TRUE(std::isnan(curve[180]));
+      EXPECT_EQ(curve.back(), -7);
+      EXPECT_EQ(std::isnan(mip), std::isnan(bad.speed));
+    }
+  }
+
+  struct Case {
+    ForceCall call;
+    std::array<std::ptrdiff_t, 6> bad;  ///< points of each force that are no numbers
+  };
+  std::array<Case, 4> cases;
+  cases[0].call.phi[7] = kNaN;
+  cases[0].bad = {1, 1, 1, 1, 1, 1};
+  cases[1].call.pressure[7] = kNaN;
+  cases[1].bad = {1, 0, 1, 1, 0, 1};
+  cases[2].call.lambda = kNaN;
+  cases[2].bad = {360, 360, 360, 360, 360, 360};
+  cases[3].call.speed = kNaN;
+  cases[3].bad = {360, 360, 0, 360, 360, 0};
+  for (auto& [call, bad] : cases) {
+    call.run();
+    for (std::size_t i = 0; i < bad.size(); ++i) EXPECT_EQ(notNumbers(call.out[i]), bad[i]) << i;
+
+    // A transform takes one bad point into all its sums.
+    const std::int32_t two = 2;
+    std::array<double, 2> sine{};
+    std::array<double, 2> cosine{};
+    std::array<double, 4> mass{};
+    ::OSCILLATINGMASSFOURIERCOEFFICIENTS(&call.nPoints, &two, mass.data(), call.phi.data(),
+                                         &call.lambda);
+    ::CYLINDERPRESSURETOHARMONIC(&call.nPoints, &two, call.pressure.data(), call.phi.data(),
+                                 &call.lambda, sine.data(), cosine.data());
+    EXPECT_EQ(notNumbers(mass), bad[1] > 0 && bad[2] > 0 ? 3 : 0) << "the mean is real";
+    EXPECT_EQ(notNumbers(sine), bad[2] > 0 ? 2 : 0);
+    EXPECT_EQ(notNumbers(cosine), bad[2] > 0 ? 2 : 0);
+    EXPECT_EQ(notNumbers(call.pressure), bad[2]) << "the tangential pressure";
+  }
+}
+
 TEST(OscillatingMass, ExportedCoefficientsAreRealAndImaginaryInTurn) {
   const std::int32_t nPoints = 720;
   const std::int32_t nFC = 25;
   const double lambda = 0.25;
-  const auto phi = degrees(720);
+  const auto phi = crankAngles(720);
   std::vector<double> c(51, 5);
   ::OSCILLATINGMASSFOURIERCOEFFICIENTS(&nPoints, &nFC, c.data(), phi.data(), &lambda);
   EXPECT_NEAR(-2 * c[9], 0.5001301, 5e-8) << "order 2 is harmonic 4";

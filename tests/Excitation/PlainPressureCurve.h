@@ -72,10 +72,19 @@ inline Ending firingCurve(const CylinderPressureInput& in, std::array<double, 10
   int pass = 0;
 
   const auto burn = [&](int t, double v) {
-    double t2 = 0;
-    CYLTEMP(t, ignition, duration, formFactor, vPrevious, v, temperature, pPrevious, mass, heat,
-            t2);
-    temperature = t2;
+    double released = 0;
+    if (duration > 0.0 && heat > 0.0) {
+      double y = (t - ignition) / duration;
+      if (y < 0.0)
+        y = 0.0;
+      const double burnt = std::pow(y, formFactor + 1.0) * 6.900000095367432;
+      released =
+          (((formFactor + 1.0) * 6.900000095367432 * std::pow(y, formFactor) * std::exp(-burnt)) /
+           duration) *
+          heat;
+    }
+    const double cv = temperature * 0.21770000457763672 + 921.0999755859375;
+    temperature = temperature + (released - pPrevious * (v - vPrevious)) / (mass * cv);
     return (temperature * gasConstant * mass) / (v + vc);
   };
 
