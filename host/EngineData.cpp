@@ -49,6 +49,10 @@ EngineData::EngineData(CLI::App& command) : command_(command) {
       ->type_name("FILE");
   command.add_option("--strokes", strokes_, "2 or 4");
   command.add_flag("--misfire", misfires_, "Compression and expansion only");
+  command
+      .add_option("--harmonics", harmonics_,
+                  "Print so many harmonics of the tangential curve instead")
+      ->check(CLI::PositiveNumber);
   for (std::size_t i = 0; i < kQuantities; ++i) {
     command.add_option(fmt::format("--{}", kDescriptions[i].name), given_[i],
                        kDescriptions[i].help);
@@ -73,6 +77,9 @@ void EngineData::complete() {
     readFile();
   if (strokes_ != 2 && strokes_ != 4)
     throw UsageError("--strokes must be 2 or 4");
+  // From half the points on a harmonic can't be told from a lower one.
+  if (harmonics_ >= points() / 2)
+    throw UsageError(fmt::format("--harmonics must be less than {}", points() / 2));
   if (!given_[kPower])
     given_[kPower] = given_[kRatedPower];
   if (!given_[kSpeed])
@@ -102,10 +109,12 @@ std::vector<double> EngineData::pressureCurve() const {
                               &e[kInletStart], &e[kInletClose], curve.data(), &mip);
   curve.resize(static_cast<std::size_t>(points()));
   if (!std::ranges::all_of(curve, [](double p) { return std::isfinite(p); })) {
-    throw std::runtime_error(
-        strokes_ == 2 ? "no pressure curve comes from these data; the exhaust must open before the "
-                        "inlet, and the inlet close last"
-                      : "no pressure curve comes from these data");
+    const bool areValvesInOrder = std::trunc(e[kExhaustStart]) < std::trunc(e[kInletStart]) &&
+                                  std::trunc(e[kInletStart]) < std::trunc(e[kInletClose]);
+    std::string words = "no pressure curve comes from these data";
+    if (strokes_ == 2 && !misfires_ && !areValvesInOrder)
+      words += "; the exhaust must open before the inlet, and the inlet close last";
+    throw std::runtime_error(words);
   }
   const double peak = *std::ranges::max_element(curve);
   fmt::print(stderr, "peak pressure {:.2f} bar, mean indicated pressure {:.3f} bar\n", peak / kBar,
@@ -115,7 +124,7 @@ std::vector<double> EngineData::pressureCurve() const {
   const double wanted = e[kPeakPressure] + kBar;
   const bool isRated = e[kSpeed] == e[kRatedSpeed] && !misfires_ && e[kPower] != 0;
   if (isRated && std::abs(peak - wanted) > tolerance * wanted) {
-    fmt::print(stderr, "warning: the search ran out short of the peak wanted, {:.2f} bar\n",
+    fmt::print(stderr, "warning: a missed peak at rated speed, {:.2f} bar were wanted\n",
                wanted / kBar);
   }
   return curve;
@@ -130,11 +139,12 @@ std::vector<double> EngineData::crankAngles(double firstDegree) const {
 }
 
 std::vector<Harmonic> tangentialHarmonics(const EngineData& engine,
-                                          const std::vector<double>& pressure, std::int32_t count) {
+                                          const std::vector<double>& pressure) {
   // From top dead centre on.
   std::vector<double> curve = pressure;
   std::rotate(curve.begin(), curve.begin() + 180, curve.end());
   const std::int32_t points = engine.points();
+  const std::int32_t count = engine.harmonics();
   const std::vector<double> phi = engine.crankAngles(0);
   std::vector<double> sine(static_cast<std::size_t>(count));
   std::vector<double> cosine(sine.size());

@@ -52,6 +52,8 @@ class EngineData {
   const double& operator[](Quantity quantity) const { return values_[quantity]; }
   /// Points of a cycle in steps of one degree.
   std::int32_t points() const { return strokes_ == 2 ? 360 : 720; }
+  /// Harmonics to print in place of a curve, fewer than half the points; 0 for the curve.
+  std::int32_t harmonics() const { return harmonics_; }
   /// Order of a harmonic of the cycle.
   double order(std::int32_t harmonic) const { return harmonic * (strokes_ == 2 ? 1.0 : 0.5); }
 
@@ -68,6 +70,7 @@ class EngineData {
   std::string file_;
   std::int32_t strokes_{};
   bool misfires_{};
+  std::int32_t harmonics_{};
   std::array<std::optional<double>, kQuantities> given_;
   std::array<double, kQuantities> values_{};
 };
@@ -78,9 +81,10 @@ struct Harmonic {
   double cosine;
 };
 
-/// Harmonics of the tangential pressure of a curve that begins at -180 degrees.
+/// The engine's number of harmonics of the tangential pressure of a curve that begins at -180
+/// degrees.
 std::vector<Harmonic> tangentialHarmonics(const EngineData& engine,
-                                          const std::vector<double>& pressure, std::int32_t count);
+                                          const std::vector<double>& pressure);
 
 /// Prints a row of numbers, with all digits, separated by commas.
 void printRow(const std::vector<double>& numbers);

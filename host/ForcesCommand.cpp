@@ -18,7 +18,6 @@ namespace {
 struct ForcesOptions {
   explicit ForcesOptions(CLI::App& command) : engine(command) {}
   EngineData engine;
-  std::int32_t harmonics = 0;
   std::optional<double> recipMass;
   double rotatingMass = 0;
   double referencePressure = 1;  ///< bar
@@ -32,9 +31,9 @@ void printHarmonics(const ForcesOptions& options, std::vector<double> pressure) 
   const double inertia = *options.recipMass * omega * omega * engine[kStroke] / 2;
 
   for (double& p : pressure) p -= options.referencePressure * kBar;
-  const std::vector<Harmonic> gas = tangentialHarmonics(engine, pressure, options.harmonics);
+  const std::vector<Harmonic> gas = tangentialHarmonics(engine, pressure);
   const std::int32_t points = engine.points();
-  const std::int32_t coefficients = options.harmonics + 1;
+  const std::int32_t coefficients = engine.harmonics() + 1;
   const std::vector<double> phi = engine.crankAngles(0);
   std::vector<double> mass(2 * (gas.size() + 1));
   OSCILLATINGMASSFOURIERCOEFFICIENTS(&points, &coefficients, mass.data(), phi.data(),
@@ -53,7 +52,7 @@ void printForces(ForcesOptions& options) {
   if (!options.recipMass)
     throw UsageError("--recip-mass is missing");
   const std::vector<double> curve = engine.pressureCurve();
-  if (options.harmonics > 0) {
+  if (engine.harmonics() > 0) {
     printHarmonics(options, curve);
     return;
   }
@@ -88,10 +87,6 @@ void addForcesCommand(CLI::App& program, int& status) {
                       "Rotating mass of the connecting rod, kg; 0 if not given");
   command->add_option("--reference-pressure", options->referencePressure,
                       "On the other side of the piston, bar absolute; 1 if not given");
-  command
-      ->add_option("--harmonics", options->harmonics,
-                   "Print so many harmonics of the tangential forces instead")
-      ->check(CLI::Range(1, 360));
   command->callback([options, &status] {
     printForces(*options);
     status = 0;

@@ -145,6 +145,8 @@ class Cylinder(unittest.TestCase):
                 self.assertAlmostEqual(found[1][k - 1], expected[1], places=5)
 
     def test_what_is_wrong_is_said(self):
+        two_stroke = self.here / "two-stroke.txt"
+        two_stroke.write_text(TWO_STROKE)
         for words, arguments, status in (
                 ("--strokes must be 2 or 4", ["pressure"], 2),
                 ("--strokes must be 2 or 4", ["pressure", "--engine", ENGINE, "--strokes", 3], 2),
@@ -153,14 +155,19 @@ class Cylinder(unittest.TestCase):
                 ("bor in", ["pressure", "--engine", self.file("bor = 3\n")], 2),
                 ("nowhere.txt", ["pressure", "--engine", "nowhere.txt"], 2),
                 ("--harmonics", ["pressure", "--engine", ENGINE, "--harmonics", 0], 2),
-                ("no pressure curve", ["pressure", "--engine", ENGINE, "--bore", "nan"], 1),
+                ("--harmonics must be less than 360",
+                 ["forces", "--engine", ENGINE, "--recip-mass", 90, "--harmonics", 360], 2),
+                ("--harmonics must be less than 180",
+                 ["pressure", "--engine", two_stroke, "--harmonics", 180], 2),
+                ("no pressure curve comes from these data\n",
+                 ["pressure", "--engine", two_stroke, "--bore", "nan"], 1),
                 ("the exhaust must open before the inlet",
                  ["pressure", "--engine", ENGINE, "--strokes", 2, "--inlet-start", 100,
                   "--inlet-close", 220], 1)):
             self.assertIn(words, self.call(*arguments, status=status).stderr)
         self.assertNotIn("warning", self.call("pressure", "--engine", ENGINE).stderr)
         short = self.call("pressure", "--engine", ENGINE, "--peak-pressure", "100")
-        self.assertIn("warning: the search ran out", short.stderr)
+        self.assertIn("warning: a missed peak at rated speed, 101.00 bar", short.stderr)
 
 
 if __name__ == "__main__":
