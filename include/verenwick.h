@@ -63,9 +63,10 @@ VERENWICK_API void VERENWICKSOLVER(const int32_t* inputFileDir, const int32_t* i
  * Point 1 of the curve lies 180 degrees before the top dead centre of combustion. A two-stroke
  * curve has 360 points, a four-stroke one 720; the elements behind keep what the caller left there.
  * The iteration for work and peak pressure is given up after 21 passes, and the last curve stands.
- * The curve and mip stay untouched where ratedPMax is -100000; the curve does where nStroke is
- * neither 2 nor 4, and where the angles of a two-stroke engine are not in the order exhaust start,
- * inlet start, inlet close. With power 0 and no misfire all 1000 points are set to zero.
+ * The curve and mip stay untouched where ratedPMax is -100000. Otherwise, without misfire, power 0
+ * sets all 1000 points to zero; with power the curve stays untouched where nStroke is neither 2 nor
+ * 4, and where the angles of a two-stroke engine are not in the order exhaust start, inlet start,
+ * inlet close. A misfiring cylinder asks for neither: its curve has 720 points unless nStroke is 2.
  *
  * @param ratedPowerPerCylinder in,  W
  * @param ratedSpeed            in,  rpm

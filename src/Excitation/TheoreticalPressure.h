@@ -44,10 +44,11 @@ struct CylinderPressureInput {
 /// the indicated work and the peak pressure of the curve are those required; where the iteration
 /// runs out, the last pass stands.
 ///
-/// @param pressure  out, the points of the cycle; those beyond are left as they are. All zero if
-///                  the power is 0 and the cylinder fires; untouched where the angles are not in
-///                  the order exhaust opening, inlet opening, inlet closing (two-stroke), or
-///                  nStroke is neither 2 nor 4, or the peak pressure wanted is none (absolute 0).
+/// @param pressure  out, the points of the cycle; those beyond are left as they are. Untouched
+///                  where the peak pressure wanted is none (absolute 0). Without misfire: all zero
+///                  if the power is 0, else untouched where nStroke is neither 2 nor 4, or the
+///                  angles are not in the order exhaust opening, inlet opening, inlet closing
+///                  (two-stroke).
 /// @param mip       out, mean indicated pressure of the required power, Pa; left as it is where the
 ///                  curve is all zero or no peak pressure is wanted
 /// @param status    out, true also where the iteration ran out and where the angles are unfit;
