@@ -65,24 +65,40 @@ TEST(GlobalShaft, ShaftBetweenNodesIsTheLastOneIfNoneJoinsThem) {
 
 TEST(GlobalShaft, DampersAreFoundByNodesAndCouplingsById) {
   ModelBundle model;
-  ALLOCATE_SHAFT_TABLE(model.shaft, 3);
-  for (int s = 1; s <= 3; ++s) {
-    SET_SHAFT_ID(model.shaft, s, 10 * s);
+  const auto isDamper = [&](std::int32_t s) {
+    return GET_SHAFT_ISDAMPER(model.shaft, s, model.viscousDamper, model.rubberDamper,
+                              model.steelSpringDamper);
+  };
+  const auto isCoupling = [&](std::int32_t s) {
+    return GET_SHAFT_ISCOUPLING(model.shaft, s, model.linearCoupling, model.progressiveCoupling,
+                                model.geislingerCoupling);
+  };
+  ALLOCATE_VISCOUSDAMPER_TABLE(model.viscousDamper, 1);
+  ALLOCATE_RUBBERDAMPER_TABLE(model.rubberDamper, 1);
+  ALLOCATE_STEELSPRINGDAMPER_TABLE(model.steelSpringDamper, 1);
+  EXPECT_FALSE(isDamper(0));  // a line without shafts
+  // Shaft s, with the id 10 (8 - s), joins the inertias s and s + 1; the last one is a plain shaft.
+  ALLOCATE_SHAFT_TABLE(model.shaft, 7);
+  for (int s = 1; s <= 7; ++s) {
+    SET_SHAFT_ID(model.shaft, s, 10 * (8 - s));
     SET_SHAFT_ORGNODE(model.shaft, s, s);
     SET_SHAFT_DESNODE(model.shaft, s, s + 1);
   }
-  ALLOCATE_RUBBERDAMPER_TABLE(model.rubberDamper, 1);
+  SET_VISCOUSDAMPER_CASINGNODE(model.viscousDamper, 1, 2);
+  SET_VISCOUSDAMPER_RINGNODE(model.viscousDamper, 1, 1);
   SET_RUBBERDAMPER_TURNINGMASSNODE(model.rubberDamper, 1, 2);
-  SET_RUBBERDAMPER_DRIVEPLATENODE(model.rubberDamper, 1, 1);
+  SET_RUBBERDAMPER_DRIVEPLATENODE(model.rubberDamper, 1, 3);
+  SET_STEELSPRINGDAMPER_OUTERMEMBERNODE(model.steelSpringDamper, 1, 4);
+  SET_STEELSPRINGDAMPER_INNERMEMBERNODE(model.steelSpringDamper, 1, 3);
+  ALLOCATE_LINEARCOUPLING_TABLE(model.linearCoupling, 1);
+  SET_LINEARCOUPLING_SHAFTNODE(model.linearCoupling, 1, 40);
   ALLOCATE_PROGRESSIVECOUPLING_TABLE(model.progressiveCoupling, 1);
-  SET_PROGRESSIVECOUPLING_SHAFTNODE(model.progressiveCoupling, 1, 20);
-  for (int s = 1; s <= 3; ++s) {
-    EXPECT_EQ(GET_SHAFT_ISDAMPER(model.shaft, s, model.viscousDamper, model.rubberDamper,
-                                 model.steelSpringDamper),
-              s == 1);
-    EXPECT_EQ(GET_SHAFT_ISCOUPLING(model.shaft, s, model.linearCoupling, model.progressiveCoupling,
-                                   model.geislingerCoupling),
-              s == 2);
+  SET_PROGRESSIVECOUPLING_SHAFTNODE(model.progressiveCoupling, 1, 30);
+  ALLOCATE_GEISLINGERCOUPLING_TABLE(model.geislingerCoupling, 1);
+  SET_GEISLINGERCOUPLING_SHAFTNODE(model.geislingerCoupling, 1, 20);
+  for (int s = 1; s <= 7; ++s) {
+    EXPECT_EQ(isDamper(s), s <= 3) << s;
+    EXPECT_EQ(isCoupling(s), s >= 4 && s <= 6) << s;
   }
 }
 

@@ -1,12 +1,25 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "ForcedVibration/AllFamiliesPlant.h"
 #include "Support/SolverRun.h"
 
 namespace verenwick::test {
 namespace {
 
 using testing::HasSubstr;
+
+TEST(LoadCaseReport, AModeWithoutANumberOfItsOwnCalculatesAllButCouplingPower) {
+  const SolverRun prepared(kAllFamiliesPlant, 3);
+  const SolverRun unprepared(kAllFamiliesPlant, 7);
+  ASSERT_EQ(unprepared.status(), 1) << unprepared.log();
+  EXPECT_EQ(filesIn(unprepared.results()), filesIn(prepared.results()));
+  // Couplings and dampers have no column: their sections, the last ones, are missing.
+  const std::string whole = readText(prepared.results() / "LoadCaseSetting.txt");
+  const auto couplings = whole.find("\nLinear coupling ");
+  ASSERT_NE(couplings, std::string::npos);
+  EXPECT_EQ(readText(unprepared.results() / "LoadCaseSetting.txt"), whole.substr(0, couplings));
+}
 
 TEST(LoadCaseReport, TurbinesAndNumbersTooWideForTheirField) {
   const SolverRun run(

@@ -15,11 +15,12 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::Pointwise;
 
-/// Inertias 101 to 112 in a row; shaft n joins inertias 100 + n and 101 + n.
+/// Inertias 101 to 112 in a row, inertia 100 + n at the speed ratio n / 8; shaft n joins inertias
+/// 100 + n and 101 + n.
 const std::string kLine = [] {
   std::ostringstream text;
   for (int i = 1; i <= 12; ++i) {
-    text << "INERTIA " << 100 + i << " 1.0 10.0 0.0 0.0\n";
+    text << "INERTIA " << 100 + i << ' ' << i / 8.0 << " 10.0 0.0 0.0\n";
   }
   for (int i = 1; i <= 11; ++i) {
     text << "SHAFT " << i << " " << 100 + i << " " << 101 + i << " 1.0 1e6 0 0 100 0 0 0\n";
@@ -132,6 +133,21 @@ TEST(DamperAndMachineSections, StoreTheirValuesInSiUnits) {
   EXPECT_THAT(pump.RECIPROCATINGPUMPORDER, ElementsAre(3.0, 6.0, 9.0, 12.0));
   EXPECT_THAT(pump.RECIPROCATINGPUMPTORQUEPERCENT,
               Pointwise(DoubleEq(), {0.06, 0.03, 0.012, 0.05}));
+}
+
+TEST(DamperAndMachineSections, TurnAtTheSpeedRatioOfTheirInertia) {
+  const ReadModel read(kLine + kSections);
+  ASSERT_TRUE(read.isOk()) << read.log();
+  const ModelBundle& m = read.model;
+  EXPECT_EQ(m.viscousDamper.at(1).RPMRATIO, 2 / 8.0) << "of the casing";
+  EXPECT_EQ(m.rubberDamper.at(1).RPMRATIO, 3 / 8.0) << "of the turning mass";
+  EXPECT_EQ(m.steelSpringDamper.at(1).RPMRATIO, 5 / 8.0) << "of the outer member";
+  EXPECT_EQ(m.electricMotor.at(1).RPMRATIO, 7 / 8.0);
+  EXPECT_EQ(m.generator.at(1).RPMRATIO, 8 / 8.0);
+  EXPECT_EQ(m.centrifugalPump.at(1).RPMRATIO, 9 / 8.0);
+  EXPECT_EQ(m.gasTurbine.at(1).RPMRATIO, 10 / 8.0);
+  EXPECT_EQ(m.steamTurbine.at(1).RPMRATIO, 11 / 8.0);
+  EXPECT_EQ(m.reciprocatingPump.at(1).RPMRATIO, 12 / 8.0) << "of the first cylinder";
 }
 
 TEST(DamperAndMachineSections, MarkTheirInertiasAndShafts) {

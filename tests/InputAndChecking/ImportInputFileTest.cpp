@@ -165,16 +165,25 @@ TEST_F(ReadModel, AFileThatEndsBeforeTheIdRowHasNoColumns) {
   EXPECT_EQ(model_.loadCaseSpeed.at(1), 0.0);
 }
 
+/// A damper whose file name is the line behind it.
+const std::string kCustomDamper = kTwoInertias + "VISCOUSDAMPER 1\n1 2 50.0 1\n";
+
 TEST_F(ReadModel, KeywordsInsideASectionAreCountedAndLeaveRecordsAtTheirDefaults) {
-  // The data line of the turbine begins with a keyword: counted as a section, read as data.
-  EXPECT_FALSE(read(kTwoInertias + "GASTURBINE 1\nINERTIA 5000.0 3000.0\n"));
-  ASSERT_TRUE(read(kTwoInertias + "inertia 3 1.0 2.0 0 0\n"));
-  EXPECT_EQ(model_.mass.number(), 3);
+  // Counted as a section, read as a file name.
+  ASSERT_TRUE(read(kCustomDamper + "inertia damping.txt\n")) << log();
+  EXPECT_EQ(model_.viscousDamper.at(1).CUSTOMDAMPINGFILE, "inertia damping.txt");
+  ASSERT_EQ(model_.mass.number(), 3);
+  EXPECT_EQ(GET_MASS_ID(model_.mass, 3), 0);
+  EXPECT_EQ(model_.mass.at(3).RPMRATIO, 1.0);
+  EXPECT_EQ(model_.mass.at(3).INERTIA, 0.0);
 }
 
 TEST_F(ReadModel, ASectionThatWasNotCountedFailsAtItsKeywordLine) {
-  // The first pass ends at the word LOADCASE in the turbine's data line.
-  EXPECT_FALSE(read(kTwoInertias + "GASTURBINE 1\nLOADCASE 5000.0 3000.0\nGASTURBINE 2\n"));
+  // The first pass takes the file name for the begin of the load case table and ends there.
+  const std::string text = kCustomDamper + "LoadCase damping.txt\n";
+  EXPECT_TRUE(read(text)) << log();
+  EXPECT_FALSE(read(text + "INERTIA 3 1.0 100.0 0.0 0.0\n"));
+  EXPECT_EQ(log(), lineFailure(kInertiaFields, 7));
 }
 
 TEST(VerenwickSolver, AnUnreadableInputFileLeavesOnlyTheLog) {
@@ -206,6 +215,8 @@ TEST(VerenwickSolver, TextsThatAreTooLongAreRefused) {
   EXPECT_EQ(test::readText(directory.path() / "Verenwick.log"),
             " Error: Input file path is missing, longer than 1000 characters or holds a null\n");
   EXPECT_EQ(test::callSolver(here, "input.txt", std::string(1001, 'x'), 1), 0);
+  // The longest text: blanks behind a path don't count.
+  EXPECT_EQ(test::callSolver(here + std::string(1000 - here.size(), ' '), "input.txt", here, 1), 1);
 }
 
 TEST(VerenwickSolver, AnUnwritableResultDirectoryIsRefused) {

@@ -93,6 +93,31 @@ TEST(GraphTheory, APropellersLineEndsAtTheFirstBranching) {
   EXPECT_FALSE(ISDESNODELOCATEDONPROPELLERSHAFT(propellers, model.mass, both, 2).isOnLine);
 }
 
+TEST(GraphTheory, PropellersOnOneLineShareTheNodesThatTheyPassed) {
+  // Line 1-2-3-4. Who comes second sees only nodes that the first one left.
+  const Model model(4, {});
+  ADJNODE line(4);
+  for (int i = 1; i < 4; ++i) {
+    line.set(i, i + 1);
+  }
+  struct Case {
+    std::vector<int> propellers;  ///< their nodes
+    std::vector<int> found;       ///< for each node of the line
+  };
+  for (const Case& c : {Case{{1, 2}, {1, 2, 1, 1}}, Case{{2, 1}, {2, 1, 1, 1}}}) {
+    PROPELLER_TABLE propellers;
+    ALLOCATE_PROPELLER_TABLE(propellers, 2);
+    SET_PROPELLER_PROPELLERNODE(propellers, 1, 10 * c.propellers[0]);
+    SET_PROPELLER_PROPELLERNODE(propellers, 2, 10 * c.propellers[1]);
+    std::vector<int> found;
+    for (int node = 1; node <= 4; ++node) {
+      found.push_back(
+          ISDESNODELOCATEDONPROPELLERSHAFT(propellers, model.mass, line, node).propeller);
+    }
+    EXPECT_EQ(found, c.found) << c.propellers[0];
+  }
+}
+
 TEST(GraphTheory, ALongLineIsWalkedWithoutDelay) {
   constexpr int kInertias = 100000;
   Ends ends;
