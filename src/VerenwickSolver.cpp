@@ -22,13 +22,13 @@
 namespace verenwick {
 namespace {
 
-/// Behind a longer directory a path would be cut in the middle of a file name.
-constexpr std::size_t kLongestDirectory = [] {
-  std::size_t longestName = 0;
+/// Room that a path must leave for a file name, or it would be cut in the middle of it.
+constexpr std::size_t kLongestName = [] {
+  std::size_t longest = 0;
   for (const results::ResultFile& file : results::kResultFiles) {
-    longestName = std::max(longestName, file.name.size());
+    longest = std::max(longest, file.name.size());
   }
-  return kPathLength - 1 - longestName;
+  return longest;
 }();
 
 /// A text from the host: the lowest byte of each element is a character. None if the text is
@@ -83,18 +83,16 @@ void run(const std::optional<std::string>& inputFileDir,
          const std::optional<std::string>& inputFileName,
          const std::optional<std::string>& resultFileDir, std::int32_t mode,
          std::int32_t& inputStatus) {
-  if (!resultFileDir || resultFileDir->size() > kLongestDirectory) {
-    std::fprintf(stderr,
-                 "** Result directory is missing, longer than %zu characters or holds a null\n",
-                 kLongestDirectory);
+  std::string resultDirectory = resultFileDir.value_or(std::string());
+  SETRESULTFILEDIR(resultDirectory, static_cast<std::int32_t>(resultDirectory.size()));
+  if (!resultFileDir || GET_RESULTFILEDIR().size() + kLongestName > kPathLength) {
+    std::fprintf(stderr, "** Result directory is missing, too long or holds a null character\n");
     return;
   }
-  std::string resultDirectory = *resultFileDir;
-  SETRESULTFILEDIR(resultDirectory, static_cast<std::int32_t>(resultDirectory.size()));
   if (!inputFileDir || !inputFileName) {
     Log(Opening::replace)
         .record("Error: Input file path is missing, longer than ", kPathLength,
-                " characters or holds a null");
+                " characters or holds a null character");
     return;
   }
   std::string inputDirectory = *inputFileDir;

@@ -213,8 +213,16 @@ TEST(VerenwickSolver, TextsThatAreTooLongAreRefused) {
   directory.write("input.txt", kTwoInertias);
   EXPECT_EQ(test::callSolver(std::string(1001, 'x'), "input.txt", here, 1), 0);
   EXPECT_EQ(test::readText(directory.path() / "Verenwick.log"),
-            " Error: Input file path is missing, longer than 1000 characters or holds a null\n");
+            " Error: Input file path is missing, longer than 1000 characters or holds a null "
+            "character\n");
   EXPECT_EQ(test::callSolver(here, "input.txt", std::string(1001, 'x'), 1), 0);
+  // A path that would be cut inside a file name, and one that the platform would cut.
+  EXPECT_EQ(test::callSolver(here, "input.txt", here + std::string(970, '/'), 1), 0);
+  EXPECT_EQ(test::callSolver(here, "input.txt", here + std::string("/\0x", 3), 1), 0);
+  // Blanks behind a backslash don't count.
+  const std::string closed = here + "\\";
+  EXPECT_EQ(test::callSolver(here, "input.txt", closed + std::string(1000 - closed.size(), ' '), 1),
+            1);
   // The longest text: blanks behind a path don't count.
   EXPECT_EQ(test::callSolver(here + std::string(1000 - here.size(), ' '), "input.txt", here, 1), 1);
 }
