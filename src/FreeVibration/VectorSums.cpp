@@ -1,6 +1,8 @@
 #include "FreeVibration/VectorSums.h"
 
 #include <cmath>
+#include <limits>
+#include <span>
 #include <vector>
 
 #include "RunControl/Constants.h"

@@ -74,9 +74,9 @@ void checkViscousDampers(ModelBundle& model, const ADJNODE& graph, CheckLog& log
       it.error(!isOwn(model.shaft, link, ShaftType::viscousDamperLink, ComponentType::viscousDamper,
                       it.id()),
                kLinkNotOwn, GET_SHAFT_ID(model.shaft, link));
-      it.warning(GET_MASS_MASSTYPE(model.mass, GET_MASS_IMASS(model.mass, damper.RINGNODE)) !=
-                     MassType::viscousDamperRing,
-                 " has a ring not marked as such, Inertia (", damper.RINGNODE);
+      it.error(GET_MASS_MASSTYPE(model.mass, GET_MASS_IMASS(model.mass, damper.RINGNODE)) !=
+                   MassType::viscousDamperRing,
+               " has a ring not marked as such, Inertia (", damper.RINGNODE);
     }
     // One call of the loader reads the files of all dampers.
     if (damper.ISCUSTOMDAMPING && !areFilesLoaded) {

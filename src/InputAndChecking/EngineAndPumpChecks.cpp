@@ -149,7 +149,7 @@ void checkReciprocatingPumps(const ModelBundle& model, CheckLog& log) {
         const std::string file = trimmed(pump.PUMPHARMONICFILE);
         it.error(!pump.ISSIMPLIFIEDPRESSURE && isBlank(file),
                  " must specify the address of harmonic component file");
-        it.error(!pump.ISSIMPLIFIEDPRESSURE && isUnreadable(file),
+        it.error(!pump.ISSIMPLIFIEDPRESSURE && !isReadableFile(file),
                  " has a harmonic file unaccessable (", file);
       });
 }

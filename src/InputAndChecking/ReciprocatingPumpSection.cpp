@@ -43,7 +43,7 @@ bool readPressureLines(InputReader& in, RECIPROCATINGPUMP_RECORD& pump, std::int
   }
   for (std::size_t j = 0; j < static_cast<std::size_t>(pump.RECIPROCATINGPUMPORDERNUMBER); ++j) {
     const double order = pump.RECIPROCATINGPUMPORDER[j];
-    if (order > 0.0 && !isPumpOrder(order)) {
+    if (order != 0.0 && !isPumpOrder(order)) {
       in.log().record("Warning: Reciprocating pump", id, " has an order outside 1 to 20 (", order,
                       "), it is left out");
     }

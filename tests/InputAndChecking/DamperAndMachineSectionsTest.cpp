@@ -305,7 +305,8 @@ TEST(ReciprocatingPumpSection, WarnsOfOrdersThatAreLeftOut) {
   ASSERT_TRUE(read.isOk()) << read.log();
   EXPECT_EQ(read.log(),
             " Warning: Reciprocating pump 13 has an order outside 1 to 20 (0.5), it is left out\n"
-            " Warning: Reciprocating pump 13 has an order outside 1 to 20 (21), it is left out\n");
+            " Warning: Reciprocating pump 13 has an order outside 1 to 20 (21), it is left out\n"
+            " Warning: Reciprocating pump 13 has an order outside 1 to 20 (-3), it is left out\n");
 }
 
 }  // namespace

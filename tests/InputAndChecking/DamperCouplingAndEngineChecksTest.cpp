@@ -31,7 +31,7 @@ TEST(DataChecking, ViscousDamper) {
       {[&](Model& m) { link(m).SHAFTTYPE = ShaftType::plain; },
        {" Error: Viscous damper 11 has a link not marked as its own, Shaft (301)"}},
       {[](Model& m) { m.mass.at(1).MASSTYPE = MassType::plain; },
-       {" Warning: Viscous damper 11 has a ring not marked as such, Inertia (201)"}},
+       {" Error: Viscous damper 11 has a ring not marked as such, Inertia (201)"}},
       // The files of all dampers are read where the first damper with a file is checked.
       {[&](Model& m) {
          damper(m).ISCUSTOMDAMPING = true;

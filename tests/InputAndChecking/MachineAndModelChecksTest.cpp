@@ -30,7 +30,8 @@ TEST(DataChecking, ReciprocatingPump) {
       {[&](Model& m) { pump(m).RECIPMASS = -1.0; },
        {" Error: Reciprocating pump 18 has a negative reciprocating mass (-1)"}},
       {[&](Model& m) { pump(m).ISSIMPLIFIEDPRESSURE = false; },
-       {" Error: Reciprocating pump 18 must specify the address of harmonic component file"}},
+       {" Error: Reciprocating pump 18 must specify the address of harmonic component file",
+        " Error: Reciprocating pump 18 has a harmonic file unaccessable ()"}},
       {[&](Model& m) {
          pump(m).ISSIMPLIFIEDPRESSURE = false;
          pump(m).PUMPHARMONICFILE = "/nowhere/pump.txt";
