@@ -174,10 +174,11 @@ void writeValues(hid_t file, ResultValues values) {
 }
 
 void writeText(hid_t file, const ResultFile& which, const std::string& text) {
-  const Handle type = textType();
+  // Of a fixed length: not every program reads data sets of texts of any length.
+  const Handle type(H5Tcopy(H5T_C_S1), H5Tclose);
+  Handle::check(H5Tset_size(type, text.size() + 1));
   const Handle set = dataSet(file, stem(which), type, space({}));
-  const char* data = text.c_str();
-  Handle::check(H5Dwrite(set, type, H5S_ALL, H5S_ALL, H5P_DEFAULT, &data));
+  Handle::check(H5Dwrite(set, type, H5S_ALL, H5S_ALL, H5P_DEFAULT, text.c_str()));
   attach(set, "description", which.holds);
 }
 

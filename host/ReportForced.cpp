@@ -184,16 +184,18 @@ json forcedData(const ShaftLine& line, const ResultDirectory& directory) {
     const char* name;
     Quantity quantity;
     const ResultFile* total;
+    const ResultFile* ice;  ///< by the propellers in ice alone
     const ResultFile* nominal;
   };
   constexpr std::array pictures = {
-      Picture{"deflection", Quantity::deflection, &resultFile("SynthesisDeflection.bin"), nullptr},
+      Picture{"deflection", Quantity::deflection, &resultFile("SynthesisDeflection.bin"),
+              &resultFile("SynPropIceDeflection.bin"), nullptr},
       Picture{"torque", Quantity::torque, &resultFile("SynthesisTorque.bin"),
-              &resultFile("NominalTorque.bin")},
+              &resultFile("SynPropIceTorque.bin"), &resultFile("NominalTorque.bin")},
       Picture{"stress", Quantity::stress, &resultFile("SynthesisStress.bin"),
-              &resultFile("NominalStress.bin")},
+              &resultFile("SynPropIceStress.bin"), &resultFile("NominalStress.bin")},
       Picture{"damping", Quantity::dampingTorque, &resultFile("SynthesisDampingTorque.bin"),
-              nullptr},
+              &resultFile("SynPropIceDampingTorque.bin"), nullptr},
   };
   json data;
   for (const Picture& picture : pictures) {
@@ -203,9 +205,15 @@ json forcedData(const ShaftLine& line, const ResultDirectory& directory) {
     json& place = data[picture.name];
     place["total"] = perPoint(directory, *picture.total);
     place["orders"] = strongestOrders(line, directory, picture.quantity, place["total"].size());
+    if (directory.has(*picture.ice)) {
+      place["ice"] = perPoint(directory, *picture.ice);
+    }
     if (picture.nominal != nullptr) {
       place["nominal"] = perPoint(directory, *picture.nominal);
     }
+  }
+  if (directory.has(resultFile("ResultantTorque.bin"))) {
+    data["torque"]["resultant"] = perPoint(directory, resultFile("ResultantTorque.bin"));
   }
   data["acceleration"]["total"] = perPoint(directory, resultFile("SynthesisAcceleration.bin"));
   data["loss"]["total"] = perPoint(directory, resultFile("ShaftPowerLoss.bin"));

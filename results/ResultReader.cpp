@@ -113,13 +113,9 @@ std::string_view wordOf(Family family) {
   return "electric motor";
 }
 
-/// An axis whose size may be unknown.
-struct Extent {
-  Index index;
-  std::string_view name;
-  std::optional<std::int64_t> size;
-  std::int64_t first = 1;
-};
+std::int64_t valuesAtPosition(const ResultFile& file) {
+  return file.layout == Layout::family ? kComponents : 1;
+}
 
 /// Finds the one unknown size, if there is one, from the number of records.
 std::vector<Axis> resolved(std::string_view name, std::vector<Extent> extents,
@@ -328,11 +324,7 @@ std::optional<std::int64_t> ResultDirectory::orders(Family family) const {
   }
 }
 
-ResultValues ResultDirectory::open(const ResultFile& file) const {
-  if (file.layout == Layout::text) {
-    fail(file.name, "a text file has no records");
-  }
-  const std::int64_t found = records(file);
+std::vector<Extent> ResultDirectory::extents(const ResultFile& file) const {
   const auto loadCases = [this] {
     return Extent{Index::loadCase, "load case", count(SystemCount::loadCases)};
   };
@@ -345,42 +337,49 @@ ResultValues ResultDirectory::open(const ResultFile& file) const {
     const auto all = modes();
     return Extent{Index::mode, "mode", all ? std::optional(*all - 1) : std::nullopt, 2};
   };
-  std::vector<Extent> extents;
   switch (file.layout) {
     case Layout::text:
-      break;
+      fail(file.name, "a text file has no records");
     case Layout::systemInfo:
-      extents = {{Index::point, "count", kSystemCounts}};
-      break;
+      return {{Index::point, "count", kSystemCounts}};
     case Layout::mode:
-      extents = {{Index::mode, "mode", modes()}};
-      break;
+      return {{Index::mode, "mode", modes()}};
     case Layout::modePoint:
-      extents = {shapes(), pointsOf()};
-      break;
+      return {shapes(), pointsOf()};
     case Layout::engineModeOrder:
-      extents = {{Index::source, "engine", count(SystemCount::diesels)},
-                 shapes(),
-                 {Index::order, "order", std::nullopt}};
-      break;
+      return {{Index::source, "engine", count(SystemCount::diesels)},
+              shapes(),
+              {Index::order, "order", std::nullopt}};
     case Layout::family:
-      extents = {loadCases(),
-                 {Index::source, wordOf(file.family), count(countOf(file.family))},
-                 {Index::order, "order", orders(file.family)},
-                 pointsOf()};
-      break;
+      return {loadCases(),
+              {Index::source, wordOf(file.family), count(countOf(file.family))},
+              {Index::order, "order", orders(file.family)},
+              pointsOf()};
     case Layout::loadCase:
-      extents = {loadCases(), pointsOf()};
-      break;
+      return {loadCases(), pointsOf()};
     case Layout::marks:
-      extents = {pointsOf()};
-      break;
+      return {pointsOf()};
     case Layout::angle:
-      extents = {loadCases(), pointsOf(), {Index::step, "step", kAngleSteps}};
       break;
   }
-  const std::int64_t columns = file.layout == Layout::family ? kComponents : 1;
-  return {file, pathOf(file), resolved(file.name, extents, columns, found)};
+  return {loadCases(), pointsOf(), {Index::step, "step", kAngleSteps}};
+}
+
+ResultValues ResultDirectory::open(const ResultFile& file) const {
+  std::vector<Extent> axes = extents(file);
+  return {file, pathOf(file),
+          resolved(file.name, std::move(axes), valuesAtPosition(file), records(file))};
+}
+
+std::optional<std::int64_t> ResultDirectory::expectedRecords(const ResultFile& file) const {
+  std::int64_t expected = valuesAtPosition(file);
+  for (const Extent& extent : extents(file)) {
+    if (!extent.size) {
+      return std::nullopt;
+    }
+    expected = product(file.name, expected, *extent.size);
+  }
+  return expected;
 }
 
 std::string ResultDirectory::text(const ResultFile& file) const {

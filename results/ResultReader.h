@@ -107,6 +107,14 @@ class ResultValues {
   std::int64_t blockStart_ = 0;  ///< records before the block
 };
 
+/// An axis whose size may be unknown.
+struct Extent {
+  Index index;
+  std::string_view name;
+  std::optional<std::int64_t> size;
+  std::int64_t first = 1;
+};
+
 /// A result directory.
 class ResultDirectory {
  public:
@@ -122,12 +130,15 @@ class ResultDirectory {
   /// Opens a binary file. One size that no other file tells is found from the file's own size: the
   /// orders of a propeller and of the vector sums, and others without "SystemInfo.bin".
   [[nodiscard]] ResultValues open(const ResultFile& file) const;
+  /// The records that a binary file has when it is whole; nothing where only its own size tells.
+  [[nodiscard]] std::optional<std::int64_t> expectedRecords(const ResultFile& file) const;
   /// A text file, as it is.
   [[nodiscard]] std::string text(const ResultFile& file) const;
 
  private:
   [[nodiscard]] std::filesystem::path pathOf(const ResultFile& file) const;
   [[nodiscard]] std::int64_t records(const ResultFile& file) const;
+  [[nodiscard]] std::vector<Extent> extents(const ResultFile& file) const;
   [[nodiscard]] std::optional<std::int64_t> points(Points points) const;
   [[nodiscard]] std::optional<std::int64_t> orders(Family family) const;
 

@@ -3,6 +3,9 @@
 const TOTAL = { label: "synthesised", stroke: "#111", width: 2.4 };
 const NOMINAL = { label: "nominal", stroke: "#8b95a1", width: 1.8, dash: [8, 4] };
 
+const ICE = { label: "ice alone", stroke: "#18a0c8", width: 2, dash: [3, 3] };
+const RESULTANT = { label: "with damping torque", stroke: "#111", width: 1.2, dash: [6, 3] };
+
 /** The largest value of a table of points against load cases, over chosen points: {value, point,
  * loadCase}; a value that isn't a number comes before all others. */
 function worstOf(total, points = total.map((_, i) => i)) {
@@ -106,10 +109,16 @@ function shaftTable() {
     ["vibratory stress", stressName], ["power loss", lossName]], rows);
 }
 
-/** The curves of a quantity at a point: total, nominal where there is one, strongest orders. */
+/** The curves of a quantity at a point: total, what else there is at the point, strongest orders. */
 function curvesOf(quantity, point) {
-  const { total, nominal, orders } = data.forced[quantity];
+  const { total, resultant, ice, nominal, orders } = data.forced[quantity];
   const curves = [{ ...TOTAL, values: total[point] }];
+  if (resultant && componentOfShaft.has(point)) {
+    curves.push({ ...RESULTANT, values: resultant[point] });
+  }
+  if (ice) {
+    curves.push({ ...ICE, values: ice[point] });
+  }
   if (nominal) {
     curves.push({ ...NOMINAL, values: nominal[point] });
   }
