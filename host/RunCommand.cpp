@@ -4,162 +4,71 @@
 #include <cstdint>
 #include <cstdio>
 #include <filesystem>
-#include <initializer_list>
 #include <map>
 #include <memory>
+#include <set>
 #include <stdexcept>
 #include <string>
-#include <system_error>
+#include <thread>
 #include <vector>
 
 #include "host/Commands.h"
 #include "host/Report.h"
+#include "host/Run.h"
+#include "host/RunMany.h"
 #include "host/RunSummary.h"
-#include "results/ResultReader.h"
-#include "verenwick.h"
+#include "host/Terminal.h"
 
 namespace verenwick::host {
 namespace {
 
-using results::kResultFiles;
-using results::Layout;
-using results::Needs;
-using results::ResultDirectory;
-using results::ResultFile;
-using results::resultFile;
-using results::Step;
-using results::SystemCount;
-
-constexpr const char* kReportName = "report.html";
-constexpr std::int32_t kModeReport = 0;
-constexpr std::int32_t kModeFree = 1;
-constexpr std::int32_t kModeForced = 2;
-constexpr std::int32_t kModeBoth = 3;
+namespace fs = std::filesystem;
 
 struct RunOptions {
-  std::string input;
+  std::vector<std::string> inputs;
   std::string results;
   std::int32_t mode = kModeBoth;
+  unsigned jobs = std::max(1U, std::thread::hardware_concurrency());
   bool quiet = false;
   bool report = false;
+  bool json = false;
 };
 
-/// A text as the solver takes it, one character an element.
-std::vector<std::int32_t> elements(const std::string& text) {
-  std::vector<std::int32_t> result(text.size());
-  std::transform(text.begin(), text.end(), result.begin(),
-                 [](char c) { return static_cast<std::int32_t>(static_cast<unsigned char>(c)); });
-  return result;
+void print(const nlohmann::ordered_json& document) {
+  constexpr int indent = 2;
+  fmt::print("{}\n",
+             document.dump(indent, ' ', false, nlohmann::ordered_json::error_handler_t::replace));
 }
 
-/// One call of the solver; true if it accepts the input.
-bool solve(const std::filesystem::path& input, const std::filesystem::path& directory,
-           std::int32_t mode) {
-  const auto inputDirectory = elements(input.parent_path().string());
-  const auto inputName = elements(input.filename().string());
-  const auto resultDirectory = elements(directory.string());
-  const auto inputDirectoryLength = static_cast<std::int32_t>(inputDirectory.size());
-  const auto inputNameLength = static_cast<std::int32_t>(inputName.size());
-  const auto resultDirectoryLength = static_cast<std::int32_t>(resultDirectory.size());
-  std::int32_t status = 0;
-  VERENWICKSOLVER(inputDirectory.data(), &inputDirectoryLength, inputName.data(), &inputNameLength,
-                  resultDirectory.data(), &resultDirectoryLength, &status, &mode);
-  return status == 1;
-}
-
-bool ran(Step step, Steps steps) {
-  return step == Step::run || (step == Step::free ? steps.free : steps.forced);
-}
-
-/// Makes the result directory and takes away what an earlier run has left of the files that this
-/// one writes, so that whatever stands there afterwards is of this run.
-void prepare(const std::filesystem::path& directory, Steps steps) {
-  std::error_code error;
-  std::filesystem::create_directories(directory, error);
-  if (!std::filesystem::is_directory(directory)) {
-    throw std::runtime_error(fmt::format("the result directory {} can't be made{}{}",
-                                         directory.string(), error ? ": " : "",
-                                         error ? error.message() : ""));
+/// A run in this process.
+int runOne(const RunOptions& options) {
+  const fs::path input = fs::absolute(options.inputs.front());
+  const fs::path path = fs::absolute(options.results.empty() ? "results-of-" + input.stem().string()
+                                                             : options.results);
+  const Steps steps = stepsOf(options.mode);
+  const RunOutcome outcome = runSolver(input, path, options.mode);
+  if (!options.quiet || !outcome.accepted) {
+    printLog(outcome.log);
   }
-  for (const ResultFile& file : kResultFiles) {
-    if (ran(file.step, steps) && file.name != resultFile("Genset.txt").name) {
-      std::filesystem::remove(directory / file.name, error);
-      if (error) {
-        throw std::runtime_error(
-            fmt::format("{} of an earlier run can't be removed: {}", file.name, error.message()));
-      }
-    }
-  }
-}
-
-/// Whether the model calls for a file; false too where only the file itself can tell.
-bool calledFor(const ResultFile& file, const ResultDirectory& directory) {
-  const auto any = [&directory](std::initializer_list<SystemCount> counts) {
-    return std::any_of(counts.begin(), counts.end(), [&directory](SystemCount count) {
-      return directory.count(count).value_or(0) > 0;
-    });
-  };
-  switch (file.needs) {
-    case Needs::nothing:
-      return true;
-    case Needs::diesel:
-      return any({SystemCount::diesels});
-    case Needs::couplingOrDamper:
-      return any({SystemCount::linearCouplings, SystemCount::progressiveCouplings,
-                  SystemCount::geislingerCouplings, SystemCount::viscousDampers,
-                  SystemCount::rubberDampers, SystemCount::steelSpringDampers});
-    case Needs::ice:
-    case Needs::iceAndCouplingOrDamper:
-    case Needs::angleBased:
-      break;
-  }
-  return false;
-}
-
-/// Throws, with the first fault, if a file of the calculation is missing or a file of the run isn't
-/// whole: a calculation that fails leaves its files as they are and tells the host nothing.
-void checkWhole(const ResultDirectory& directory, Steps steps) {
-  for (const ResultFile& file : kResultFiles) {
-    if (file.layout != Layout::text && ran(file.step, steps) &&
-        (calledFor(file, directory) || directory.has(file))) {
-      static_cast<void>(directory.open(file));
-    }
-  }
-}
-
-int run(const RunOptions& options) {
-  const std::filesystem::path input = std::filesystem::absolute(options.input);
-  const std::filesystem::path path = std::filesystem::absolute(
-      options.results.empty() ? "results-of-" + input.stem().string() : options.results);
-  const Steps steps{options.mode != kModeReport && options.mode != kModeForced,
-                    options.mode != kModeReport && options.mode != kModeFree};
-  prepare(path, steps);
-  const bool accepted = solve(input, path, options.mode);
-
-  const ResultDirectory directory(path);
-  constexpr const ResultFile& log = resultFile("Verenwick.log");
-  if (!directory.has(log)) {
-    throw std::runtime_error(
-        fmt::format("the run left no log in the result directory {}", path.string()));
-  }
-  const std::string words = directory.text(log);
-  if (!accepted) {
-    std::fputs(words.c_str(), stderr);
+  nlohmann::ordered_json document = {
+      {"input", input.string()}, {"results", path.string()}, {"status", outcome.accepted ? 0 : 1}};
+  if (!outcome.accepted) {
     std::fputs("verenwick: the input is refused\n", stderr);
+    if (options.json) {
+      document["words"] = outcome.log;
+      print(document);
+    }
     return 1;
   }
-  try {
-    checkWhole(directory, steps);
-  } catch (const std::exception& error) {
-    // The solver has put the words of a stop to standard error itself.
-    throw std::runtime_error(fmt::format("the calculation stopped early: {}", error.what()));
-  }
+  const results::ResultDirectory directory(path);
   if (options.report) {
     writeReport(input, directory, path / kReportName);
   }
-  if (!options.quiet) {
-    std::fputs(words.c_str(), stderr);
-    printRunSummary(input, directory, steps);
+  if (options.json) {
+    document.update(jsonOf(summarise(input, directory, steps), steps));
+    print(document);
+  } else if (!options.quiet) {
+    printSummary(input.filename().string(), summarise(input, directory, steps), steps);
     fmt::print("\nResults in {}\n", path.string());
     if (options.report) {
       fmt::print("Report in {}\n", (path / kReportName).string());
@@ -168,15 +77,50 @@ int run(const RunOptions& options) {
   return 0;
 }
 
+/// Names for the inputs that differ: of the files, or else of their folders.
+std::vector<std::string> namesOf(const std::vector<fs::path>& inputs) {
+  std::vector<std::string> files;
+  std::vector<std::string> folders;
+  for (const fs::path& input : inputs) {
+    files.push_back(input.stem().string());
+    folders.push_back(input.parent_path().filename().string());
+  }
+  for (const auto& names : {files, folders}) {
+    if (std::set<std::string>(names.begin(), names.end()).size() == names.size()) {
+      return names;
+    }
+  }
+  throw UsageError("two inputs have the same name and folder name: run them one by one");
+}
+
+int run(const RunOptions& options) {
+  if (options.inputs.size() == 1) {
+    return runOne(options);
+  }
+  std::vector<fs::path> inputs;
+  for (const std::string& input : options.inputs) {
+    inputs.push_back(fs::absolute(input).lexically_normal());
+  }
+  const std::vector<std::string> names = namesOf(inputs);
+  std::vector<PlannedRun> runs;
+  for (std::size_t i = 0; i < inputs.size(); ++i) {
+    runs.push_back({names[i], inputs[i],
+                    fs::absolute(options.results.empty() ? fs::path("results-of-" + names[i])
+                                                         : fs::path(options.results) / names[i])});
+  }
+  return runMany(runs, {options.mode, options.jobs, options.report, options.json, options.quiet});
+}
+
 }  // namespace
 
 void addRunCommand(CLI::App& program, int& status) {
-  CLI::App* command = program.add_subcommand("run", "Calculate a shaft line");
+  CLI::App* command = program.add_subcommand("run", "Calculate shaft lines");
   const auto options = std::make_shared<RunOptions>();
-  command->add_option("INPUT", options->input, "Input file")->required();
+  command->add_option("INPUT", options->inputs, "Input file; several run side by side")->required();
   command->add_option("--results", options->results,
                       "Directory for the result files, made if it isn't there\n"
-                      "(results-of-INPUT in the current directory)");
+                      "(results-of-INPUT in the current directory); with several\n"
+                      "inputs a directory for their directories");
   command
       ->add_option("--mode", options->mode,
                    "report, free, forced, both, or the number of a run mode (both)")
@@ -184,8 +128,11 @@ void addRunCommand(CLI::App& program, int& status) {
                                                                        {"free", kModeFree},
                                                                        {"forced", kModeForced},
                                                                        {"both", kModeBoth}}));
+  command->add_option("--jobs", options->jobs, "Inputs that run at the same time (all processors)")
+      ->check(CLI::PositiveNumber);
   command->add_flag("--report", options->report,
-                    "Write the report of the run, report.html, into the result directory");
+                    "Write the report of a run, report.html, into its result directory");
+  command->add_flag("--json", options->json, "Print the summary as a JSON document");
   command->add_flag("--quiet", options->quiet, "Print nothing but what went wrong");
   command->callback([options, &status] { status = run(*options); });
 }

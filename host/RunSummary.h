@@ -1,9 +1,18 @@
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
+#include <nlohmann/json.hpp>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
 
+#include "host/Readings.h"
 #include "results/ResultReader.h"
 
+/// What an engineer wants to see of a run first, from the files that the run has left.
 namespace verenwick::host {
 
 /// What a run has calculated.
@@ -12,10 +21,47 @@ struct Steps {
   bool forced;
 };
 
-/// Prints what an engineer wants to see of a run first, from the files that the run has left: the
-/// sizes of the model, the natural frequencies with the node counts of their mode shapes, the
-/// critical speeds of the engines, and the largest values of each load case.
-void printRunSummary(const std::filesystem::path& input, const results::ResultDirectory& directory,
+/// A mode.
+struct ModeSummary {
+  double frequency;                  ///< rad/s
+  std::optional<std::size_t> nodes;  ///< nothing where the mode shape isn't finite
+};
+
+/// A value and the id of the shaft or inertia that has it, 0 if there is none.
+struct Largest {
+  double value = 0;
+  std::int64_t id = 0;
+};
+
+/// The largest vibratory values of a load case.
+struct LoadCaseSummary {
+  std::optional<double> speed;  ///< rpm; nothing if the input file can't be read
+  Largest torque;               ///< N m
+  Largest stress;               ///< Pa
+  Largest deflection;           ///< rad
+  double loss = 0;              ///< of all shafts, W
+};
+
+struct RunSummary {
+  /// What the plant has, in the words of the count, and how many.
+  std::vector<std::pair<std::string_view, std::int64_t>> counts;
+  std::vector<ModeSummary> modes;
+  /// Engines, and their modes from the second on: the orders with the largest vector sums.
+  std::vector<std::vector<std::vector<CriticalSpeed>>> engines;
+  std::vector<LoadCaseSummary> loadCases;
+};
+
+RunSummary summarise(const std::filesystem::path& input, const results::ResultDirectory& directory,
                      Steps steps);
+
+/// As tables on standard output, under the name of the input.
+void printSummary(const std::string& name, const RunSummary& summary, Steps steps);
+
+/// In SI units; what isn't finite is null.
+nlohmann::ordered_json jsonOf(const RunSummary& summary, Steps steps);
+
+/// The load case with the largest vibratory stress, or torque if there is no stress; null without
+/// load cases.
+const LoadCaseSummary* worstLoadCase(const RunSummary& summary);
 
 }  // namespace verenwick::host

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <string>
+
+#include "host/RunSummary.h"
+
+namespace verenwick::host {
+
+inline constexpr std::int32_t kModeReport = 0;
+inline constexpr std::int32_t kModeFree = 1;
+inline constexpr std::int32_t kModeForced = 2;
+inline constexpr std::int32_t kModeBoth = 3;
+
+/// What a run mode calculates.
+constexpr Steps stepsOf(std::int32_t mode) {
+  return {mode != kModeReport && mode != kModeForced, mode != kModeReport && mode != kModeFree};
+}
+
+/// What the log says of a run.
+struct RunOutcome {
+  bool accepted;
+  std::string log;
+};
+
+/// One run of the solver, which serves one in a process. Makes the result directory and takes away
+/// what an earlier run has left of the files that this one writes. Throws std::runtime_error if
+/// that can't be done, or if the run leaves files that aren't whole.
+RunOutcome runSolver(const std::filesystem::path& input, const std::filesystem::path& directory,
+                     std::int32_t mode);
+
+}  // namespace verenwick::host

@@ -1,0 +1,246 @@
+#include "host/RunMany.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+#include <cstdio>
+#include <optional>
+#include <sstream>
+#include <thread>
+
+#include "host/ChildProcess.h"
+#include "host/Run.h"
+#include "host/RunSummary.h"
+#include "host/Terminal.h"
+
+namespace verenwick::host {
+namespace {
+
+namespace fs = std::filesystem;
+using Clock = std::chrono::steady_clock;
+using Seconds = std::chrono::duration<double>;
+using json = nlohmann::ordered_json;
+
+/// A planned run on its way.
+struct Progress {
+  const PlannedRun* plan;
+  std::optional<ChildProcess> process;
+  Clock::time_point started;
+  double seconds = 0;
+  std::optional<int> status;  ///< once it has ended
+  std::string output;
+  std::optional<RunSummary> summary;  ///< of a good run
+};
+
+void fail(Progress& run, const std::exception& error) {
+  run.status = 1;
+  run.output += fmt::format("verenwick: {}\n", error.what());
+}
+
+void start(Progress& run, const ManyOptions& options) {
+  std::vector<std::string> words = {"run", run.plan->input.string(), "--quiet",
+                                    "--results=" + run.plan->results.string(),
+                                    fmt::format("--mode={}", options.mode)};
+  if (options.report) {
+    words.emplace_back("--report");
+  }
+  run.started = Clock::now();
+  try {
+    run.process.emplace(words);
+  } catch (const std::exception& error) {
+    fail(run, error);
+  }
+}
+
+/// Looks after a run; true if it is still on.
+bool running(Progress& run, const ManyOptions& options) {
+  run.seconds = Seconds(Clock::now() - run.started).count();
+  run.status = run.process->ended();
+  if (!run.status) {
+    return true;
+  }
+  run.output = run.process->output();
+  run.process.reset();
+  if (*run.status != 0) {
+    return false;
+  }
+  try {
+    run.summary = summarise(run.plan->input, results::ResultDirectory(run.plan->results),
+                            stepsOf(options.mode));
+  } catch (const std::exception& error) {
+    fail(run, error);
+  }
+  return false;
+}
+
+/// The share of the forced results that a run has written, by the size of its files.
+double shareWritten(const fs::path& directory) {
+  double written = 0;
+  double expected = 0;
+  try {
+    const results::ResultDirectory results(directory);
+    for (const results::ResultFile& file : results::kResultFiles) {
+      if (file.layout == results::Layout::family && results.has(file)) {
+        const auto records = results.expectedRecords(file);
+        expected += static_cast<double>(records.value_or(0) * results::kRecordBytes);
+        written += records ? static_cast<double>(fs::file_size(directory / file.name)) : 0;
+      }
+    }
+  } catch (const std::exception&) {
+    return 0;  // a file that is being made
+  }
+  return expected > 0 ? std::min(1.0, written / expected) : 0;
+}
+
+std::string stateOf(const Progress& run) {
+  if (run.status) {
+    return *run.status == 0 ? "done" : "failed";
+  }
+  if (!run.process) {
+    return "waits";
+  }
+  constexpr std::size_t width = 24;
+  constexpr double percent = 100;
+  const double share = shareWritten(run.plan->results);
+  const auto full = static_cast<std::size_t>(std::lround(share * width));
+  return fmt::format("[{}{}] {:3.0f} %", std::string(full, '#'), std::string(width - full, '.'),
+                     share * percent);
+}
+
+std::size_t widthOfNames(const std::vector<Progress>& runs) {
+  std::size_t width = 0;
+  for (const Progress& run : runs) {
+    width = std::max(width, run.plan->name.size());
+  }
+  return width;
+}
+
+/// Draws a line for each run over those drawn before.
+void draw(const std::vector<Progress>& runs, bool first) {
+  constexpr const char* clearToEnd = "\x1b[K";
+  std::string text = first ? "" : fmt::format("\x1b[{}A", runs.size());
+  const std::size_t width = widthOfNames(runs);
+  for (const Progress& run : runs) {
+    const std::string time = run.seconds > 0 ? fmt::format("{:7.1f} s", run.seconds) : "";
+    text +=
+        fmt::format("{:<{}}  {:<34}{}{}\n", run.plan->name, width, stateOf(run), time, clearToEnd);
+  }
+  std::fputs(text.c_str(), stderr);
+}
+
+void runAll(std::vector<Progress>& runs, const ManyOptions& options) {
+  constexpr auto pause = std::chrono::milliseconds(50);
+  const bool watched = isTerminal(stderr) && !options.quiet;
+  std::size_t next = 0;
+  bool first = true;
+  while (true) {
+    std::size_t active = 0;
+    for (Progress& run : runs) {
+      active += run.process && running(run, options) ? 1 : 0;
+    }
+    for (; next < runs.size() && active < options.jobs; ++next) {
+      start(runs[next], options);
+      active += runs[next].process ? 1 : 0;
+    }
+    if (watched) {
+      draw(runs, first);
+      first = false;
+    }
+    if (active == 0) {
+      return;
+    }
+    std::this_thread::sleep_for(pause);
+  }
+}
+
+/// Why a run failed: the first error among its words, or else the last line.
+std::string reason(const Progress& run) {
+  std::istringstream lines(run.output);
+  std::string line;
+  std::string last = fmt::format("ended with status {}", *run.status);
+  while (std::getline(lines, line)) {
+    line.erase(0, line.find_first_not_of(' '));
+    if (line.starts_with("Error") || line.starts_with("error")) {
+      return line;
+    }
+    last = line.empty() ? last : line;
+  }
+  return last;
+}
+
+void printTable(const std::vector<Progress>& runs) {
+  constexpr double kilo = 1e3;
+  constexpr double mega = 1e6;
+  const std::size_t width = std::max<std::size_t>(widthOfNames(runs), 5);
+  fmt::print("{}\n", styled(stdout, fmt::emphasis::bold,
+                            fmt::format("{:<{}}{:>9}{:>7}{:>13}{:>15}{:>16}{:>7}{:>10}", "plant",
+                                        width, "time [s]", "modes", "mode 2 [Hz]", "torque [kN m]",
+                                        "stress [N/mm2]", "shaft", "at rpm")));
+  for (const Progress& run : runs) {
+    fmt::print("{:<{}}{:>9.1f}", run.plan->name, width, run.seconds);
+    if (!run.summary) {
+      fmt::print("  {}\n", styled(stdout, fg(fmt::terminal_color::red), reason(run)));
+      continue;
+    }
+    const RunSummary& summary = *run.summary;
+    constexpr double period = 2 * 3.141592653589793;
+    fmt::print("{:>7}{:>13}", summary.modes.empty() ? "-" : std::to_string(summary.modes.size()),
+               summary.modes.size() < 2
+                   ? "-"
+                   : fmt::format("{:.4g}", summary.modes[1].frequency / period));
+    if (const LoadCaseSummary* worst = worstLoadCase(summary)) {
+      fmt::print("{:>15.4g}{:>16.4g}{:>7}{:>10}", worst->torque.value / kilo,
+                 worst->stress.value / mega, worst->stress.id,
+                 worst->speed ? fmt::format("{:.1f}", *worst->speed) : "-");
+    } else {
+      fmt::print("{:>15}{:>16}{:>7}{:>10}", "-", "-", "-", "-");
+    }
+    fmt::print("\n");
+  }
+}
+
+void printJson(const std::vector<Progress>& runs, Steps steps) {
+  json documents = json::array();
+  for (const Progress& run : runs) {
+    json document = {{"input", run.plan->input.string()},
+                     {"results", run.plan->results.string()},
+                     {"status", *run.status},
+                     {"seconds", run.seconds}};
+    if (run.summary) {
+      document.update(jsonOf(*run.summary, steps));
+    } else {
+      document["words"] = run.output;
+    }
+    documents.push_back(std::move(document));
+  }
+  constexpr int indent = 2;
+  fmt::print("{}\n", documents.dump(indent, ' ', false, json::error_handler_t::replace));
+}
+
+}  // namespace
+
+int runMany(const std::vector<PlannedRun>& plans, const ManyOptions& options) {
+  std::vector<Progress> runs;
+  runs.reserve(plans.size());
+  for (const PlannedRun& plan : plans) {
+    runs.push_back({&plan, {}, {}, 0, {}, {}, {}});
+  }
+  runAll(runs, options);
+  for (const Progress& run : runs) {
+    if (*run.status != 0) {
+      std::fputs(fmt::format("{}:\n{}", run.plan->name, run.output).c_str(), stderr);
+    }
+  }
+  if (options.json) {
+    printJson(runs, stepsOf(options.mode));
+  } else if (!options.quiet) {
+    printTable(runs);
+  }
+  return std::all_of(runs.begin(), runs.end(), [](const Progress& run) { return *run.status == 0; })
+             ? 0
+             : 1;
+}
+
+}  // namespace verenwick::host

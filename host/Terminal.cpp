@@ -1,0 +1,39 @@
+#include "host/Terminal.h"
+
+#include <cstdlib>
+#include <sstream>
+
+#ifdef _WIN32
+#include <io.h>
+#else
+#include <unistd.h>
+#endif
+
+namespace verenwick::host {
+
+bool isTerminal(std::FILE* stream) {
+#ifdef _WIN32
+  return _isatty(_fileno(stream)) != 0;
+#else
+  return isatty(fileno(stream)) != 0;
+#endif
+}
+
+std::string styled(std::FILE* stream, const fmt::text_style& style, std::string_view text) {
+  const char* term = std::getenv("TERM");
+  const bool wanted =
+      std::getenv("NO_COLOR") == nullptr && (term == nullptr || std::string_view(term) != "dumb");
+  return wanted && isTerminal(stream) ? fmt::format(style, "{}", text) : std::string(text);
+}
+
+void printLog(const std::string& log) {
+  std::istringstream lines(log);
+  std::string line;
+  while (std::getline(lines, line)) {
+    const bool warning = line.find("Warning") != std::string::npos;
+    const auto colour = fg(warning ? fmt::terminal_color::yellow : fmt::terminal_color::red);
+    std::fputs((styled(stderr, colour, line) + '\n').c_str(), stderr);
+  }
+}
+
+}  // namespace verenwick::host
