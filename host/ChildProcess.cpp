@@ -49,6 +49,7 @@ ChildProcess::ChildProcess(const std::vector<std::string>& words)
   std::vector<std::string> line{program()};
   line.insert(line.end(), words.begin(), words.end());
   std::vector<char*> arguments;
+  arguments.reserve(line.size() + 1);
   for (std::string& word : line) {
     arguments.push_back(word.data());
   }

@@ -35,14 +35,14 @@ class ExportTable {
   [[nodiscard]] std::string label(const results::Axis& axis, std::int64_t number) const;
   /// What the names add to the number of an axis: the speed of a load case, the order at a place.
   [[nodiscard]] std::string_view meaning(const results::Axis& axis) const;
-  [[nodiscard]] std::string meaningOf(const results::Axis& axis,
-                                      const results::Position& place) const;
+  [[nodiscard]] std::string meaningOf(const results::Axis& axis) const;
 
   results::ResultValues values_;
   const Names* names_;
   std::vector<results::Axis> rowAxes_;
   std::vector<std::string> header_;
   std::size_t width_;          ///< values of a row
+  results::Position place_;    ///< of the next row
   std::int64_t row_ = 0;       ///< the next row, from 0
   std::vector<double> block_;  ///< the values of some rows
   std::int64_t blockEnd_ = 0;  ///< the row behind them

@@ -85,6 +85,7 @@ void attach(hid_t object, const char* name, std::string_view text) {
 
 void attach(hid_t object, const char* name, const std::vector<std::string>& texts) {
   std::vector<const char*> data;
+  data.reserve(texts.size());
   for (const std::string& text : texts) {
     data.push_back(text.c_str());
   }

@@ -14,7 +14,6 @@ using results::Index;
 using results::kResultFiles;
 using results::Layout;
 using results::Points;
-using results::Position;
 using results::ResultDirectory;
 using results::ResultFile;
 using results::ResultValues;
@@ -39,6 +38,7 @@ ExportTable::ExportTable(ResultValues values, const Names& names)
     rowAxes_.pop_back();
   }
   for (const Axis& axis : rowAxes_) {
+    place_[axis.index] = axis.first;
     header_.emplace_back(nameOf(axis));
     if (!meaning(axis).empty()) {
       header_.emplace_back(meaning(axis));
@@ -85,15 +85,15 @@ std::string_view ExportTable::meaning(const Axis& axis) const {
   return "";
 }
 
-std::string ExportTable::meaningOf(const Axis& axis, const Position& place) const {
+std::string ExportTable::meaningOf(const Axis& axis) const {
   if (axis.index == Index::loadCase) {
     return fmt::format(
-        "{}", (*names_)->loadCaseSpeeds.at(static_cast<std::size_t>(place[axis.index] - 1)));
+        "{}", (*names_)->loadCaseSpeeds.at(static_cast<std::size_t>(place_[axis.index] - 1)));
   }
   const results::Family family = values_.file().family;
-  const auto row = sourceRow(**names_, family, place[Index::source]);
+  const auto row = sourceRow(**names_, family, place_[Index::source]);
   return row ? fmt::format("{}", orderAt((*names_)->components[*row], family, axis.size(),
-                                         place[axis.index]))
+                                         place_[axis.index]))
              : "";
 }
 
@@ -102,18 +102,13 @@ bool ExportTable::next(std::vector<std::string>& labels, std::vector<double>& va
     return false;
   }
   labels.clear();
-  Position place;
-  std::int64_t below = rows();
-  std::int64_t rest = row_;
   for (const Axis& axis : rowAxes_) {
-    below /= axis.size();
-    place[axis.index] = axis.first + rest / below;
-    rest %= below;
-    labels.push_back(label(axis, place[axis.index]));
+    labels.push_back(label(axis, place_[axis.index]));
     if (!meaning(axis).empty()) {
-      labels.push_back(meaningOf(axis, place));
+      labels.push_back(meaningOf(axis));
     }
   }
+  advance(place_, rowAxes_);
   const auto width = static_cast<std::int64_t>(width_);
   if (row_ >= blockEnd_) {
     const std::int64_t count =

@@ -8,6 +8,7 @@
 
 namespace verenwick::host {
 
+using results::Axis;
 using results::Family;
 using results::Index;
 using results::Position;
@@ -50,6 +51,17 @@ std::vector<double> frequencies(const ResultDirectory& directory) {
     result.push_back(values.value(at));
   }
   return result;
+}
+
+bool advance(Position& at, const std::vector<Axis>& axes) {
+  for (std::size_t i = axes.size(); i-- > 0;) {
+    const Axis& axis = axes[i];
+    if (++at[axis.index] <= axis.last) {
+      return true;
+    }
+    at[axis.index] = axis.first;
+  }
+  return false;
 }
 
 std::vector<double> pointValues(ResultValues& values, Position at) {

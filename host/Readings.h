@@ -19,6 +19,9 @@ ShaftLine readLineOf(const results::ResultDirectory& directory, const std::files
 /// Natural angular frequencies, rad/s; the first is the rigid-body mode.
 std::vector<double> frequencies(const results::ResultDirectory& directory);
 
+/// Moves to the next position, the last axis fastest; false behind the last one.
+bool advance(results::Position& at, const std::vector<results::Axis>& axes);
+
 /// The values of all points at a position.
 std::vector<double> pointValues(results::ResultValues& values, results::Position at);
 

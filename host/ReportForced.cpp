@@ -16,7 +16,6 @@ namespace {
 using nlohmann::json;
 using results::Family;
 using results::Index;
-using results::Needs;
 using results::Position;
 using results::Quantity;
 using results::ResultDirectory;

@@ -15,6 +15,7 @@
 #include <vector>
 
 #include "host/Commands.h"
+#include "host/Readings.h"
 #include "results/ResultReader.h"
 
 namespace verenwick::host {
@@ -121,18 +122,6 @@ class Lines {
   std::string line_;
   std::size_t column_ = 0;
 };
-
-/// Moves to the next position, the last axis fastest; false behind the last one.
-bool advance(Position& at, const std::vector<Axis>& axes) {
-  for (std::size_t i = axes.size(); i-- > 0;) {
-    const Axis& axis = axes[i];
-    if (++at[axis.index] <= axis.last) {
-      return true;
-    }
-    at[axis.index] = axis.first;
-  }
-  return false;
-}
 
 void showValues(ResultValues values, const ShowOptions& options) {
   constexpr std::size_t kGap = 2;
