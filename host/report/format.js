@@ -122,7 +122,7 @@ function orderWords(curve) {
 
 /** A table: columns are [heading, unit]; rows hold texts or elements. Numbers stand to the right. */
 function table(columns, rows, className = "") {
-  const numeric = columns.map((_, i) => rows.every(row => /^[-–\d.e]*$/.test(row[i])));
+  const numeric = columns.map((_, i) => rows.every(row => /^[-–+\d.eE]*$/.test(row[i])));
   const cell = (tag, i, ...content) => el(tag, numeric[i] ? { class: "number" }
     : content[0].length > 30 ? { class: "wordy" } : {}, ...content);
   return el("div", { class: `scroll ${className}` }, el("table", {},

@@ -141,7 +141,7 @@ function buildReport() {
   if (data.free && data.free.shapes.length > 0) {
     sections.push(freeSection(), interferenceSection());
   }
-  if (data.forced && data.shafts.length > 0) {
+  if (data.forced) {
     sections.push(forcedSection());
   }
   if (data.speeds.length > 0) {

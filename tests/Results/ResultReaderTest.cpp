@@ -269,6 +269,27 @@ TEST_F(ResultReader, ReadsFarPlacesOfALargeFile) {
     EXPECT_EQ(values.value(position(loadCase, 0, 0, 0, kShafts)),
               static_cast<double>(loadCase * kShafts));
   }
+
+  // Neighbouring records at once.
+  std::vector<double> three(3);
+  values.read(9000 * kShafts - 2, three);
+  EXPECT_THAT(three, testing::ElementsAre(9000 * kShafts - 2, 9000 * kShafts - 1, 9000 * kShafts));
+  EXPECT_THROW(values.read(9000 * kShafts - 1, three), std::runtime_error);
+  EXPECT_THROW(values.read(0, three), std::runtime_error);
+}
+
+TEST_F(ResultReader, KnowsTheSizeOfAFileBeforeItIsWritten) {
+  writeModel();
+  const auto expected = [this](const char* name) {
+    return reader().expectedRecords(*findResultFile(name));
+  };
+  EXPECT_EQ(expected("DieselTorque.bin"), kLoadCases * kDiesels * kDieselOrders * kShafts * 4);
+  EXPECT_EQ(expected("ElectricMotorVelocity.bin"), 0);
+  EXPECT_EQ(expected("SynthesisVelocity.bin"), kLoadCases * kInertias);
+  EXPECT_EQ(expected("RelativeTorque.bin"), (kModes - 1) * kShafts);
+  EXPECT_EQ(expected("TorqueAngleBasedDiesel.bin"), kLoadCases * kShafts * 360);
+  EXPECT_EQ(expected("PropellerTorque.bin"), std::nullopt);
+  EXPECT_EQ(expected("VectorSum.bin"), std::nullopt);
 }
 
 TEST_F(ResultReader, FindsSizesWithoutSystemInfo) {
