@@ -277,6 +277,20 @@ GENERATOR ELECTRICMOTOR
   await page.close();
 });
 
+test("the first page names cylinders that don't fire and the words of the log", async () => {
+  const input = join(scratch, "misfiring.txt");
+  const text = readFileSync(join(process.env.VERENWICK_EXAMPLES, "v-genset", "input.txt"), "utf8");
+  writeFileSync(input, text.replace("\n1 1 1 1 1 1 ", "\n1 1 4 1 1 1 "));
+  const plant = reported("misfiring", input);
+  const page = await open(plant);
+  const log = readFileSync(join(plant.results, "Verenwick.log"), "utf8").trim().split("\n");
+  assert.deepEqual(await page.locator(".log li").allTextContents(), log.map(line => line.trim()));
+  assert.ok(log.length > 0 && log[0].includes("Bank B"));
+  const row = page.locator("#plant tr", { hasText: "Piston removed" });
+  assert.deepEqual(await row.locator("td").allTextContents(), ["V12", "5", "A", "Piston removed"]);
+  await page.close();
+});
+
 test("free vibration alone, and reports alone", async () => {
   const input = join(scratch, "two.txt");
   writeFileSync(input, "INERTIA 1 1.0 100.0 0.0 0.0\nINERTIA 2 1.0 50.0 0.0 0.0\n"
