@@ -46,6 +46,12 @@ struct ModelBundle {
   LOADCASEGENSET_TABLE loadCaseGenset;
 };
 
+/// Position of an id in the table that a member of the bundle is; 0 if it isn't there.
+template <auto Table>
+std::int32_t positionById(const ModelBundle& model, std::int32_t id) {
+  return (model.*Table).positionOf(id);
+}
+
 /// Frees every table that is allocated.
 inline void releaseTables(ModelBundle& model) { model = ModelBundle{}; }
 

@@ -210,11 +210,6 @@ std::string_view note(const ModelBundle& /*model*/, std::int32_t /*position*/) {
 
 std::string_view noNote(const ModelBundle& /*model*/, std::int32_t /*position*/) { return {}; }
 
-template <auto Table>
-std::int32_t find(const ModelBundle& model, std::int32_t id) {
-  return (model.*Table).positionOf(id);
-}
-
 /// The section of one kind of component.
 struct Section {
   ComponentType type;
@@ -228,35 +223,38 @@ struct Section {
 using M = ModelBundle;
 
 constexpr std::array kSections = {
-    Section{ComponentType::diesel, "Diesel ", find<&M::diesel>, header<kDieselHeader>, noNote,
-            dieselRow},
-    Section{ComponentType::propeller, "Propeller ", find<&M::propeller>, propellerHeader, noNote,
-            propellerRow},
-    Section{ComponentType::linearCoupling, "Linear coupling ", find<&M::linearCoupling>,
+    Section{ComponentType::diesel, "Diesel ", positionById<&M::diesel>, header<kDieselHeader>,
+            noNote, dieselRow},
+    Section{ComponentType::propeller, "Propeller ", positionById<&M::propeller>, propellerHeader,
+            noNote, propellerRow},
+    Section{ComponentType::linearCoupling, "Linear coupling ", positionById<&M::linearCoupling>,
             header<kElasticHeader>, note<kDampingNote>, linearCouplingRow},
     Section{ComponentType::progressiveCoupling, "Progressive coupling ",
-            find<&M::progressiveCoupling>, header<kElasticHeader>, note<kDampingNote>,
+            positionById<&M::progressiveCoupling>, header<kElasticHeader>, note<kDampingNote>,
             progressiveCouplingRow},
-    Section{ComponentType::geislingerCoupling, "Geislinger coupling ", find<&M::geislingerCoupling>,
-            header<kElasticHeader>, note<kStiffnessAndDampingNote>, geislingerCouplingRow},
-    Section{ComponentType::viscousDamper, "Viscous damper ", find<&M::viscousDamper>,
+    Section{ComponentType::geislingerCoupling, "Geislinger coupling ",
+            positionById<&M::geislingerCoupling>, header<kElasticHeader>,
+            note<kStiffnessAndDampingNote>, geislingerCouplingRow},
+    Section{ComponentType::viscousDamper, "Viscous damper ", positionById<&M::viscousDamper>,
             header<kElasticHeader>, viscousDamperNote, viscousDamperRow},
-    Section{ComponentType::steelSpringDamper, "Steel spring damper ", find<&M::steelSpringDamper>,
-            header<kElasticHeader>, noNote, steelSpringDamperRow},
-    Section{ComponentType::rubberDamper, "Rubber damper ", find<&M::rubberDamper>,
+    Section{ComponentType::steelSpringDamper, "Steel spring damper ",
+            positionById<&M::steelSpringDamper>, header<kElasticHeader>, noNote,
+            steelSpringDamperRow},
+    Section{ComponentType::rubberDamper, "Rubber damper ", positionById<&M::rubberDamper>,
             header<kElasticHeader>, note<kDampingNote>, rubberDamperRow},
-    Section{ComponentType::electricMotor, "Electric motor ", find<&M::electricMotor>,
+    Section{ComponentType::electricMotor, "Electric motor ", positionById<&M::electricMotor>,
             header<kMachineHeader>, noNote, machineRow<&M::electricMotor>},
-    Section{ComponentType::generator, "Generator ", find<&M::generator>, header<kMachineHeader>,
-            noNote, machineRow<&M::generator>},
-    Section{ComponentType::gasTurbine, "Gas turbine ", find<&M::gasTurbine>, header<kMachineHeader>,
-            noNote, machineRow<&M::gasTurbine>},
-    Section{ComponentType::steamTurbine, "Steam turbine ", find<&M::steamTurbine>,
+    Section{ComponentType::generator, "Generator ", positionById<&M::generator>,
+            header<kMachineHeader>, noNote, machineRow<&M::generator>},
+    Section{ComponentType::gasTurbine, "Gas turbine ", positionById<&M::gasTurbine>,
+            header<kMachineHeader>, noNote, machineRow<&M::gasTurbine>},
+    Section{ComponentType::steamTurbine, "Steam turbine ", positionById<&M::steamTurbine>,
             header<kMachineHeader>, noNote, machineRow<&M::steamTurbine>},
-    Section{ComponentType::centrifugalPump, "Centrifugal pump ", find<&M::centrifugalPump>,
+    Section{ComponentType::centrifugalPump, "Centrifugal pump ", positionById<&M::centrifugalPump>,
             header<kMachineHeader>, noNote, machineRow<&M::centrifugalPump>},
-    Section{ComponentType::reciprocatingPump, "Reciprocating pump ", find<&M::reciprocatingPump>,
-            header<kReciprocatingPumpHeader>, noNote, reciprocatingPumpRow},
+    Section{ComponentType::reciprocatingPump, "Reciprocating pump ",
+            positionById<&M::reciprocatingPump>, header<kReciprocatingPumpHeader>, noNote,
+            reciprocatingPumpRow},
 };
 
 void writeSection(TextWriter& report, const Section& section, ModelBundle& model,

@@ -14,29 +14,25 @@ struct LoadKind {
   std::int32_t (*find)(const ModelBundle& model, std::int32_t id);
 };
 
-template <auto Table>
-std::int32_t find(const ModelBundle& model, std::int32_t id) {
-  return (model.*Table).positionOf(id);
-}
-
 using M = ModelBundle;
 using enum ComponentType;
 
 constexpr std::array kLoadKinds = {
-    LoadKind{"DIESEL", "Diesel", diesel, find<&M::diesel>},
+    LoadKind{"DIESEL", "Diesel", diesel, positionById<&M::diesel>},
     LoadKind{"RECIPROCATINGPUMP", "ReciprocatingPump", reciprocatingPump,
-             find<&M::reciprocatingPump>},
-    LoadKind{"PROPELLER", "Propeller", propeller, find<&M::propeller>},
-    LoadKind{"LINEARCOUPLING", "LinearCoupling", linearCoupling, find<&M::linearCoupling>},
+             positionById<&M::reciprocatingPump>},
+    LoadKind{"PROPELLER", "Propeller", propeller, positionById<&M::propeller>},
+    LoadKind{"LINEARCOUPLING", "LinearCoupling", linearCoupling, positionById<&M::linearCoupling>},
     LoadKind{"PROGRESSIVECOUPLING", "ProgressiveCoupling", progressiveCoupling,
-             find<&M::progressiveCoupling>},
+             positionById<&M::progressiveCoupling>},
     LoadKind{"GEISLINGERCOUPLING", "GeislingerCoupling", geislingerCoupling,
-             find<&M::geislingerCoupling>},
-    LoadKind{"ELECTRICMOTOR", "ElectricMotor", electricMotor, find<&M::electricMotor>},
-    LoadKind{"GENERATOR", "Generator", generator, find<&M::generator>},
-    LoadKind{"CENTRIFUGALPUMP", "CentrifugalPump", centrifugalPump, find<&M::centrifugalPump>},
-    LoadKind{"GASTURBINE", "GasTurbine", gasTurbine, find<&M::gasTurbine>},
-    LoadKind{"STEAMTURBINE", "SteamTurbine", steamTurbine, find<&M::steamTurbine>},
+             positionById<&M::geislingerCoupling>},
+    LoadKind{"ELECTRICMOTOR", "ElectricMotor", electricMotor, positionById<&M::electricMotor>},
+    LoadKind{"GENERATOR", "Generator", generator, positionById<&M::generator>},
+    LoadKind{"CENTRIFUGALPUMP", "CentrifugalPump", centrifugalPump,
+             positionById<&M::centrifugalPump>},
+    LoadKind{"GASTURBINE", "GasTurbine", gasTurbine, positionById<&M::gasTurbine>},
+    LoadKind{"STEAMTURBINE", "SteamTurbine", steamTurbine, positionById<&M::steamTurbine>},
 };
 
 constexpr std::string_view kMessage =

@@ -26,11 +26,6 @@ struct LoadKind {
 };
 
 template <auto Table>
-std::int32_t find(const ModelBundle& model, std::int32_t id) {
-  return (model.*Table).positionOf(id);
-}
-
-template <auto Table>
 void operate(ModelBundle& model, const Operation& operation) {
   auto& component = (model.*Table).at(operation.position);
   const double speed = operation.referenceSpeed * component.RPMRATIO;
@@ -104,13 +99,13 @@ void exciteMachine(ModelBundle& model, const Operation& operation) {
 template <auto Table>
 constexpr LoadKind kind(ComponentType type,
                         void (*excite)(ModelBundle&, const Operation&) = nullptr) {
-  return {type, find<Table>, operate<Table>, excite};
+  return {type, positionById<Table>, operate<Table>, excite};
 }
 
 using M = ModelBundle;
 
 constexpr std::array kLoadKinds = {
-    LoadKind{ComponentType::diesel, find<&M::diesel>, operateDiesel, exciteDiesel},
+    LoadKind{ComponentType::diesel, positionById<&M::diesel>, operateDiesel, exciteDiesel},
     kind<&M::propeller>(ComponentType::propeller, excitePropeller),
     kind<&M::electricMotor>(
         ComponentType::electricMotor,
@@ -128,7 +123,7 @@ constexpr std::array kLoadKinds = {
     kind<&M::centrifugalPump>(
         ComponentType::centrifugalPump,
         exciteMachine<&M::centrifugalPump, CALCULATE_CENTRIFUGALPUMP_LOADCASESETTING>),
-    LoadKind{ComponentType::reciprocatingPump, find<&M::reciprocatingPump>,
+    LoadKind{ComponentType::reciprocatingPump, positionById<&M::reciprocatingPump>,
              operateReciprocatingPump, exciteReciprocatingPump},
 };
 
