@@ -10,66 +10,19 @@
 
 #include "ComputationsSrc/Lapack.h"
 #include "ForcedVibration/Synthesis.h"
+#include "benchmarks/PlantDirectory.h"
 #include "benchmarks/ThreeEnginePlant.h"
 #include "tests/ForcedVibration/PlainSynthesis.h"
-#include "verenwick.h"
 
 /// Whole runs on a large plant, and beside them the least that they could take: the same number of
 /// bare factorisations and solves, and one sequential write of the same bytes.
 namespace verenwick {
 namespace {
 
-namespace fs = std::filesystem;
-
-constexpr std::int32_t kFreeAndForced = 3;
-
-/// The plant's input file and a directory for results, removed at the end.
-class PlantDirectory {
- public:
-  PlantDirectory() : path_(fs::temp_directory_path() / "verenwick-whole-run") {
-    fs::create_directories(results());
-    std::ofstream(path_ / "input.txt") << plant::ThreeEnginePlant().text();
-  }
-  ~PlantDirectory() {
-    std::error_code ignored;
-    fs::remove_all(path_, ignored);
-  }
-  PlantDirectory(const PlantDirectory&) = delete;
-  PlantDirectory& operator=(const PlantDirectory&) = delete;
-
-  fs::path results() const { return path_ / "results"; }
-
-  /// Runs the plant; false if it was not accepted.
-  bool run() const {
-    const auto packed = [](const std::string& text) {
-      return std::vector<std::int32_t>(text.begin(), text.end());
-    };
-    const auto directory = packed(path_.string());
-    const auto name = packed("input.txt");
-    const auto result = packed(results().string());
-    const auto directoryLength = static_cast<std::int32_t>(directory.size());
-    const auto nameLength = static_cast<std::int32_t>(name.size());
-    const auto resultLength = static_cast<std::int32_t>(result.size());
-    std::int32_t status = 0;
-    VERENWICKSOLVER(directory.data(), &directoryLength, name.data(), &nameLength, result.data(),
-                    &resultLength, &status, &kFreeAndForced);
-    return status == 1;
-  }
-
-  std::uintmax_t bytes() const {
-    std::uintmax_t sum = 0;
-    for (const auto& entry : fs::directory_iterator(results())) {
-      sum += entry.file_size();
-    }
-    return sum;
-  }
-
- private:
-  fs::path path_;
-};
+using plant::PlantDirectory;
 
 void WholeRun(benchmark::State& state) {
-  const PlantDirectory plant;
+  const PlantDirectory plant(plant::ThreeEnginePlant().text());
   while (state.KeepRunning()) {
     if (!plant.run()) {
       state.SkipWithError("the plant was not accepted");
@@ -108,10 +61,10 @@ void BareFactorisationsAndSolves(benchmark::State& state) {
 BENCHMARK(BareFactorisationsAndSolves)->Unit(benchmark::kMillisecond)->UseRealTime();
 
 void SequentialWrite(benchmark::State& state) {
-  const PlantDirectory plant;
+  const PlantDirectory plant(plant::ThreeEnginePlant().text());
   plant.run();
   const auto bytes = static_cast<std::size_t>(plant.bytes());
-  const fs::path path = plant.results() / "sequential.bin";
+  const std::filesystem::path path = plant.results() / "sequential.bin";
   const std::vector<char> piece(1 << 20, 'x');
   while (state.KeepRunning()) {
     std::ofstream file(path, std::ios::binary | std::ios::trunc);
