@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <cmath>
 
 #include "InputAndChecking/CheckList.h"
@@ -72,6 +73,15 @@ void checkCylinderNodes(const ModelBundle& model, const Machine& machine, Record
   }
 }
 
+/// Warns of a row of cylinders on the inertia of an earlier row: both rows excite it.
+void checkSharedCylinderNodes(const DIESEL_RECORD& engine, RecordChecks& it) {
+  for (std::int32_t i = 1; i < engine.NCYLINDER; ++i) {
+    const auto row = engine.CYLINDERS.begin() + i;
+    it.warning(std::find(engine.CYLINDERS.begin(), row, *row) != row,
+               " has more than one cylinder row on Inertia (", *row);
+  }
+}
+
 void checkHarmonicFiles(const DIESEL_RECORD& engine, RecordChecks& it) {
   const std::string normal = trimmed(engine.NORMALHARMONICFILE);
   const std::string misfiring = trimmed(engine.MISHARMONICFILE);
@@ -120,6 +130,7 @@ void checkDiesels(const ModelBundle& model, CheckLog& log) {
     it.error(isNoFraction(engine.ME),
              " has a zero, negative or larger than 100% mechanical efficiency (", engine.ME);
     it.error(!hasStatus(engine, normalFiring), " has no normal firing cylinders");
+    checkSharedCylinderNodes(engine, it);
     if (engine.ISTHEORETICALPRESURE) {
       checkPressureModel(engine, it);
     } else {

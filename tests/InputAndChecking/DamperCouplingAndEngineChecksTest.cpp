@@ -163,6 +163,9 @@ TEST(DataChecking, Diesel) {
          engine(m).FIRINGSTATUSA = engine(m).FIRINGSTATUSB = {2, 5};
        },
        {" Error: Diesel 17 has no normal firing cylinders"}},
+      {[&](Model& m) { engine(m).CYLINDERS[1] = engine(m).CYLINDERS[0]; },
+       {" Warning: Diesel 17 has more than one cylinder row on Inertia (" +
+        std::to_string(everyKindModel().diesel.at(1).CYLINDERS[0]) + ")"}},
       // Bank B fires, but only a V engine has one.
       {[&](Model& m) { engine(m).FIRINGSTATUSA = {}; }, {}},
       {[&](Model& m) {
