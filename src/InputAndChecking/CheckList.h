@@ -136,5 +136,7 @@ void checkShaftLine(const ModelBundle& model, CheckLog& log);
 void checkLoadCaseColumns(const ModelBundle& model, CheckLog& log);
 /// A speed in every load case.
 void checkLoadCaseSpeeds(const ModelBundle& model, CheckLog& log);
+/// Pressures in every load case for engines that take them from the genset file.
+void checkGensetPressures(const ModelBundle& model, CheckLog& log);
 
 }  // namespace verenwick

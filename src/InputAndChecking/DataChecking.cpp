@@ -42,6 +42,7 @@ bool checkTables(ModelBundle& model, std::int32_t calculationMode) {
     checkLoadCaseColumns(model, log);
   }
   checkLoadCaseSpeeds(model, log);
+  checkGensetPressures(model, log);
   return log.passed();
 }
 

@@ -91,4 +91,17 @@ void checkLoadCaseSpeeds(const ModelBundle& model, CheckLog& log) {
   }
 }
 
+void checkGensetPressures(const ModelBundle& model, CheckLog& log) {
+  for (std::int32_t d = 1; d <= model.diesel.number(); ++d) {
+    const DIESEL_RECORD& engine = model.diesel.at(d);
+    const std::int32_t id = model.diesel.id(d);
+    const bool takesPressures = engine.ISGENSET && engine.ISTHEORETICALPRESURE;
+    for (std::int32_t i = 1; takesPressures && i <= model.loadCaseSpeed.number(); ++i) {
+      if (GET_LOADCASEGENSET_PRESSUREMAX(model.loadCaseGenset, id, i) <= 0.0) {
+        log.warning("Diesel", id, " has no pressures of load case", i, " in Genset.txt");
+      }
+    }
+  }
+}
+
 }  // namespace verenwick

@@ -240,6 +240,35 @@ TEST(DataChecking, EveryMachineNeedsALoadCaseColumn) {
   });
 }
 
+TEST(DataChecking, GensetEngineWithoutPressuresInALoadCase) {
+  const auto genset = [](double second) {
+    return [=](Model& m) {
+      m.diesel.at(1).ISGENSET = true;
+      m.loadCaseGenset.allocate(3);
+      for (std::int32_t i = 1; i <= 3; ++i) {
+        m.loadCaseGenset.at(i) = {.DIESELID = 17, .PRESSUREMAX = i == 2 ? second : 15e6};
+      }
+    };
+  };
+  const auto missing = [](const std::string& loadCase) {
+    return " Warning: Diesel 17 has no pressures of load case " + loadCase + " in Genset.txt";
+  };
+  expectLogs({
+      {[](Model& m) { m.diesel.at(1).ISGENSET = true; },
+       {missing("1"), missing("2"), missing("3")}},
+      {genset(0.0), {missing("2")}},
+      {genset(16e6), {}},
+      // Harmonic files take the place of the pressures.
+      {[](Model& m) {
+         m.diesel.at(1).ISGENSET = true;
+         m.diesel.at(1).ISTHEORETICALPRESURE = false;
+         m.diesel.at(1).NORMALHARMONICFILE = "/nowhere/normal.txt";
+       },
+       {" Error: Diesel 17 has a normal firing harmonic file unaccessable (/nowhere/normal.txt)",
+        " Error occurs when reading /nowhere/normal.txt in line1"}},
+  });
+}
+
 TEST(DataChecking, AllFaultsOfAModelAreNamedInOrder) {
   expectLogs({{[](Model& m) {
                  m.shaft.at(15).RPMRATIO = 0.0;
