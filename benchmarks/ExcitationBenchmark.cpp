@@ -10,9 +10,9 @@
 #include "ComputationsSrc/DiscreteFourierTransform.h"
 #include "Excitation/CrankAngles.h"
 #include "Excitation/TheoreticalPressure.h"
+#include "benchmarks/PlainPressureCurve.h"
 #include "include/verenwick.h"
 #include "tests/ComputationsSrc/PlainTransform.h"
-#include "tests/Excitation/PlainPressureCurve.h"
 #include "tests/Excitation/SampleEngines.h"
 
 namespace verenwick {

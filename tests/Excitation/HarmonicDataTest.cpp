@@ -1,10 +1,11 @@
 #include <gtest/gtest.h>
 
-#include <array>
 #include <cmath>
+#include <complex>
+#include <string>
+#include <vector>
 
 #include "ComponentTables/Global_Diesel.h"
-#include "ComputationsSrc/DiscreteFourierTransform.h"
 #include "Excitation/HarmonicData.h"
 #include "Excitation/HarmonicFileText.h"
 #include "RunControl/Constants.h"
@@ -44,44 +45,29 @@ HarmonicFileText curves() {
   return file;
 }
 
-TEST_F(HarmonicDataTest, GivesTheCoefficientsOfTheCurveBehindTheFile) {
+TEST_F(HarmonicDataTest, InterpolatesResultantAndPhaseAndGoesOnBeyondTheColumns) {
   const HarmonicFileText file = curves();
   const SharedHarmonicData data = loaded(file.text());
-  for (std::size_t column = 0; column < file.columns.size(); ++column) {
-    std::vector<double> curve(360, 0.0);
-    for (std::size_t p = 0; p < curve.size(); ++p) {
-      for (std::size_t h = 0; h < file.resultant.size(); ++h) {
-        const double angle = static_cast<double>(h + 1) * static_cast<double>(p) * kPi / 180.0;
-        curve[p] +=
-            1e6 * file.resultant[h][column] * std::sin(angle + file.phase[h][column] * kPi / 180.0);
-      }
-    }
-    std::vector<std::complex<double>> expected(4);
-    DISCRETEFOURIERTRANSFORM(expected, curve);
-    const auto coefficients = interpolateHarmonics(data, file.columns[column] * 1e5);
-    ASSERT_EQ(coefficients.size(), 3U);
-    for (std::size_t h = 0; h < 3; ++h) {
-      EXPECT_LT(std::abs(coefficients[h] - expected[h + 1]), 0.1) << column << " " << h;
-      // Seven digits are kept.
-      EXPECT_EQ(coefficients[h].real(), roundedToSingle(coefficients[h].real()));
-      EXPECT_EQ(coefficients[h].imag(), roundedToSingle(coefficients[h].imag()));
-    }
-  }
-}
-
-TEST_F(HarmonicDataTest, InterpolatesResultantAndPhaseAndGoesOnBeyondTheColumns) {
-  const SharedHarmonicData data = loaded(curves().text());
-  struct Point {
-    double bar, resultant, phase;
+  const auto expectRow = [&](double bar, std::size_t h, double resultant, double phase) {
+    // R sin(h angle + F) has the coefficient -i/2 R exp(i F).
+    const auto expected =
+        std::complex<double>(0, -0.5e6 * resultant) * std::polar(1.0, phase * kPi / 180);
+    const auto row = interpolateHarmonics(data, bar * 1e5).at(h);
+    EXPECT_LT(std::abs(row - expected), 0.1) << bar << " bar, row " << h + 1;
+    EXPECT_EQ(row.real(), roundedToSingle(row.real())) << "seven digits are kept";
+    EXPECT_EQ(row.imag(), roundedToSingle(row.imag()));
   };
-  // Row 1; beyond the ends the outermost pair goes on, down to a negative resultant.
-  for (const Point p : {Point{10.0, 1.25, 15.0}, Point{16.0, 1.875, 30.0}, Point{4.0, 0.5, 0.0},
-                        Point{24.0, 2.625, 50.0}, Point{-4.0, -0.5, -20.0}}) {
-    const auto row = interpolateHarmonics(data, p.bar * 1e5)[0];
-    const double phase = p.phase * kPi / 180.0;
-    EXPECT_NEAR(row.real(), 0.5e6 * p.resultant * std::sin(phase), 0.2) << p.bar;
-    EXPECT_NEAR(row.imag(), -0.5e6 * p.resultant * std::cos(phase), 0.2) << p.bar;
+  for (std::size_t h = 0; h < 3; ++h) {
+    for (std::size_t c = 0; c < 3; ++c) {
+      expectRow(file.columns[c], h, file.resultant[h][c], file.phase[h][c]);
+    }
   }
+  expectRow(10, 0, 1.25, 15);
+  expectRow(16, 0, 1.875, 30);
+  // Beyond the ends the outermost pair goes on, down to a negative resultant.
+  expectRow(24, 0, 2.625, 50);
+  expectRow(4, 0, 0.5, 0);
+  expectRow(-4, 0, -0.5, -20);
 }
 
 TEST_F(HarmonicDataTest, OneColumnMeetsTheNextRowAtZero) {
@@ -95,32 +81,18 @@ TEST_F(HarmonicDataTest, OneColumnMeetsTheNextRowAtZero) {
   EXPECT_NEAR(rows[1].real(), 0.5e6 * 0.25 * std::sin(kPi / 4), 0.1);
 }
 
-TEST_F(HarmonicDataTest, KeepsEveryMatrixOfTheLargestFile) {
+TEST_F(HarmonicDataTest, TheLargestFileIsReadToItsEnd) {
   HarmonicFileText file;
-  for (int column = 1; column <= 100; ++column) {
-    file.columns.push_back(column);
-  }
-  for (int h = 1; h <= 24; ++h) {
-    file.resultant.emplace_back();
-    file.phase.emplace_back();
-    for (int column = 1; column <= 100; ++column) {
-      file.resultant.back().push_back(h + column / 1000.0);
-      file.phase.back().push_back(h - column / 100.0);
-    }
-  }
+  for (int column = 1; column <= 100; ++column) file.columns.push_back(column);
+  file.resultant.resize(24, std::vector<double>(100, 1.5));
+  file.resultant.back().back() = 2.5;
+  file.phase.resize(24, std::vector<double>(100, 30.0));
   const SharedHarmonicData data = loaded(file.text());
-  EXPECT_EQ(data->resultant.size(), 2400U);
-  for (const auto& [h, column] : {std::pair{1U, 1U}, {1U, 100U}, {17U, 42U}, {24U, 100U}}) {
-    const std::size_t element = (h - 1) * 100 + column - 1;
-    const double resultant = (h + column / 1000.0) * 1e6;
-    const double phase = (h - column / 100.0) * kPi / 180.0;
-    EXPECT_NEAR(data->resultant[element], resultant, 1e-3);
-    EXPECT_NEAR(data->phaseAngle[element], phase, 1e-9);
-    EXPECT_NEAR(data->cosine[element], resultant * std::sin(phase), 2.0);
-    EXPECT_NEAR(data->sine[element], resultant * std::cos(phase), 2.0);
-    EXPECT_EQ(data->harmonicOrder[h - 1], h);
-    EXPECT_DOUBLE_EQ(data->columnValues[column - 1], column * 1e5);
-  }
+  EXPECT_EQ(data->resultant.at(2398), 1.5e6);
+  EXPECT_EQ(data->resultant.at(2399), 2.5e6);
+  EXPECT_NEAR(data->cosine.at(2399), 1.25e6, 2);
+  EXPECT_EQ(data->harmonicOrder.at(23), 24);
+  EXPECT_EQ(data->columnValues.at(99), 1e7);
 }
 
 TEST_F(HarmonicDataTest, ReadsByPositionAndKeywordOnly) {
@@ -153,57 +125,46 @@ TEST_F(HarmonicDataTest, PumpFilesDifferInTheSecondLabelAndTheColumnUnit) {
 
 TEST_F(HarmonicDataTest, FailuresHaveTheirWords) {
   const std::string good = curves().text();
-  const auto changed = [&](const std::string& from, const std::string& to) {
-    std::string text = good;
-    text.replace(text.find(from), from.size(), to);
-    return text;
+  const auto line = [this](int number) {
+    return "Error occurs when reading " + directory_.file("engine.har") + " in line" +
+           std::to_string(number);
   };
-  const auto line = [&](int number) {
-    return " Error occurs when reading " + directory_.file("engine.har") + " in line" +
-           std::to_string(number) + "\n";
-  };
-  const std::string orders = " Number of harmonic orders exceeds the max allowable number\n";
-  const std::string columns =
-      " Number of mean indicated pressure exceeds the max allowable number\n";
+  const std::string orders = "Number of harmonic orders exceeds the max allowable number";
+  const std::string columns = "Number of mean indicated pressure exceeds the max allowable number";
   struct Case {
-    std::string text, words;
+    std::string from, to, words;
   };
   for (const Case& c : {
-           Case{"", line(1)},
-           Case{"one line\n", line(2)},
-           Case{changed("Orders:3", "Orders:"), line(2)},
-           Case{changed("Orders:3", "Ord 3"), line(2)},
-           Case{changed("Orders:3", "Orders:3.5"), line(2)},
-           Case{changed("Orders:3", "Orders:nan"), line(2)},
-           Case{changed("Orders:3", "Orders:0"), line(2)},
-           Case{changed("Orders:3", "Orders:-3"), line(2)},
-           Case{changed("Orders:3", "Orders:25"), orders},
-           Case{changed("Orders:3", "Orders:2000000000"), orders},
-           Case{changed("Orders:3", "Orders:20000000000"), line(2)},
-           Case{changed("NMIP3", "NMIP"), line(3)},
-           Case{changed("NMIP3", "NMIP-1"), line(3)},
-           Case{changed("NMIP3", "NMIP0"), line(3)},
-           Case{changed("NMIP3", "NMIP101"), columns},
-           Case{changed("8 12 20", "8 12"), line(7)},
-           Case{changed("0.173648177667", "nan"), line(10)},
-           Case{changed("0.173648177667", "inf"), line(10)},
+           Case{good, "", line(1)},
+           Case{good, "one line\n", line(2)},
+           Case{"Orders:3", "Orders:", line(2)},
+           Case{"Orders:3", "Ord 3", line(2)},
+           Case{"Orders:3", "Orders:3.5", line(2)},
+           Case{"Orders:3", "Orders:nan", line(2)},
+           Case{"Orders:3", "Orders:0", line(2)},
+           Case{"Orders:3", "Orders:25", orders},
+           Case{"Orders:3", "Orders:20000000000", line(2)},
+           Case{"NMIP3", "NMIP", line(3)},
+           Case{"NMIP3", "NMIP-1", line(3)},
+           Case{"NMIP3", "NMIP0", line(3)},
+           Case{"NMIP3", "NMIP101", columns},
+           Case{"8 12 20", "8 12", line(7)},
+           Case{"0.173648177667", "nan", line(10)},
+           Case{"0.173648177667", "inf", line(10)},
            // Without its keyword a block is searched up to the end of the file: line 37 is none.
-           Case{changed("COSINE", "cosine"), line(37)},
-           Case{changed("\nSINE", "\nSine"), line(37)},
-           Case{changed("RESULTANT", "Resultant"), line(37)},
-           Case{changed("PHASE", "Phase"), line(37)},
-           Case{good.substr(0, good.rfind("\n3 ")), line(36)},
+           Case{"COSINE", "cosine", line(37)},
+           Case{"\nSINE", "\nSine", line(37)},
+           Case{"RESULTANT", "Resultant", line(37)},
+           Case{"PHASE", "Phase", line(37)},
+           Case{good.substr(good.rfind("\n3 ")), "\n", line(36)},
        }) {
     std::filesystem::remove(directory_.path() / "Verenwick.log");
+    std::string text = good;
     HarmonicData data;
-    EXPECT_FALSE(loadHarmonicFile(write(c.text), kEngineHarmonicFile, data));
-    EXPECT_EQ(log(), c.words) << c.text.substr(0, 80);
+    EXPECT_FALSE(loadHarmonicFile(write(text.replace(text.find(c.from), c.from.size(), c.to)),
+                                  kEngineHarmonicFile, data));
+    EXPECT_EQ(log(), " " + c.words + "\n") << c.from << " " << c.to;
   }
-  std::filesystem::remove(directory_.path() / "Verenwick.log");
-  HarmonicData data;
-  EXPECT_FALSE(
-      loadHarmonicFile(" " + directory_.file("none.har") + "  ", kEngineHarmonicFile, data));
-  EXPECT_EQ(log(), " Error occurs when reading " + directory_.file("none.har") + " in line1\n");
 }
 
 TEST_F(HarmonicDataTest, OneCallReadsTheFilesOfAllEngines) {
@@ -225,10 +186,11 @@ TEST_F(HarmonicDataTest, OneCallReadsTheFilesOfAllEngines) {
   EXPECT_EQ(GET_DIESEL_NORMAL(table, 1), GET_DIESEL_MISFIRING(table, 2)) << "memory is shared";
 
   // The first failure ends the walk.
-  table.at(1).MISHARMONICFILE = directory_.file("none.har");
+  table.at(1).MISHARMONICFILE = " " + directory_.file("none.har") + "  ";
   table.at(3).NORMALHARMONICFILE = good;
   LOADHALDORINFILE(table, status);
   EXPECT_FALSE(status);
+  EXPECT_EQ(log(), " Error occurs when reading " + directory_.file("none.har") + " in line1\n");
   EXPECT_EQ(GET_DIESEL_NORMAL(table, 3), nullptr);
 }
 

@@ -2,15 +2,15 @@
 
 #include <algorithm>
 #include <array>
-#include <bit>
 #include <cmath>
+#include <complex>
+#include <initializer_list>
 #include <limits>
-#include <random>
+#include <tuple>
 #include <vector>
 
 #include "ComputationsSrc/PressureFourierCoefficients.h"
 #include "Excitation/CrankAngles.h"
-#include "Excitation/PlainPressureCurve.h"
 #include "Excitation/SampleEngines.h"
 #include "Excitation/TheoreticalPressure.h"
 #include "RunControl/Constants.h"
@@ -26,7 +26,6 @@ struct Result {
   bool status = false;
 
   double at(std::ptrdiff_t t) const { return *(curve.begin() + t + 180); }
-  double peak() const { return *std::ranges::max_element(curve); }
 };
 
 Result calculated(const CylinderPressureInput& in) {
@@ -36,9 +35,7 @@ Result calculated(const CylinderPressureInput& in) {
   return result;
 }
 
-std::size_t points(const CylinderPressureInput& in) { return in.nStroke == 2 ? 360 : 720; }
-
-double turnsPerCycle(const CylinderPressureInput& in) { return in.nStroke == 2 ? 1 : 2; }
+std::ptrdiff_t points(const CylinderPressureInput& in) { return in.nStroke == 2 ? 360 : 720; }
 
 /// Volume of the cylinder at a crank angle in degrees, m3.
 double cylinderVolume(const CylinderPressureInput& in, double degrees) {
@@ -67,63 +64,76 @@ double curveWork(const CylinderPressureInput& in, const Result& result) {
   return work;
 }
 
-/// Coefficients of the tangential pressure from top dead centre on.
-std::vector<std::complex<double>> tangentialCoefficients(const CylinderPressureInput& in,
-                                                         const Result& result) {
-  const std::size_t n = points(in);
-  std::vector<double> curve(n);
-  for (std::size_t i = 0; i < n; ++i) curve[i] = result.curve[(i + 180) % n];
-  std::vector<std::complex<double>> coefficients(25);
-  PRESSUREFOURIERCOEFFICIENTS(coefficients, curve, crankAngles(n), in.lambda);
-  return coefficients;
-}
-
 TEST(TheoreticalPressure, IterationMeetsWorkAndPeak) {
-  for (const CylinderPressureInput& in : {sample::twoStroke(), sample::fourStroke()}) {
-    const double tolerance = in.nStroke == 2 ? 0.02 : 0.005;
-    const Result result = calculated(in);
-    EXPECT_TRUE(result.status);
-    EXPECT_NEAR(result.peak() / (in.pMax + 1e5), 1, tolerance);
-    const double cycles = in.speed / 60 / turnsPerCycle(in);
-    const double wanted = in.power / in.me / cycles;
-    EXPECT_NEAR(result.mip / (wanted / sweptVolume(in)), 1, 1e-6);
-    // A two-stroke curve is one degree late on the way up, which the work shows.
-    EXPECT_NEAR(curveWork(in, result) / wanted, 1, in.nStroke == 2 ? 0.04 : tolerance);
-
-    // Its own sum of the work the library keeps to itself: the plain form of the same curve tells.
-    std::array<double, 1000> plainCurve{};
-    plainCurve.fill(-7);  // the points behind the cycle are not touched
-    const plain::Ending ending = plain::firingCurve(in, plainCurve);
-    EXPECT_LT(ending.passes, 10);
-    EXPECT_NEAR(ending.work / wanted, 1, tolerance);
-    EXPECT_EQ(result.curve, plainCurve);
-  }
-}
-
-TEST(TheoreticalPressure, MeanTangentialPressureIsTheCurvesOwnWork) {
-  for (const CylinderPressureInput& in : {sample::twoStroke(), sample::fourStroke()}) {
-    const Result result = calculated(in);
-    const double indicated = curveWork(in, result) / sweptVolume(in);
-    const double mean = tangentialCoefficients(in, result)[0].real();
-    EXPECT_NEAR(mean * kPi * turnsPerCycle(in) / indicated, 1, 2e-4);
-  }
-}
-
-TEST(TheoreticalPressure, HarmonicsAreOfThePublishedSize) {
   // Resultants as shares of the mean indicated pressure: orders 1 to 8 of large two-strokes, orders
   // 0.5 to 3 of fast four-strokes. Engines differ; ours come to 0.80 to 0.97 of these.
   const std::vector<double> two{1.05, 0.96, 0.72, 0.52, 0.345, 0.228, 0.147, 0.085};
   const std::vector<double> four{0.385, 0.613, 0.480, 0.447, 0.362, 0.305};
   for (const CylinderPressureInput& in : {sample::twoStroke(), sample::fourStroke()}) {
+    const bool isTwo = in.nStroke == 2;
+    const double tolerance = isTwo ? 0.02 : 0.005;
+    const double turns = isTwo ? 1 : 2;
     const Result result = calculated(in);
-    const auto c = tangentialCoefficients(in, result);
-    const auto& published = in.nStroke == 2 ? two : four;
+    EXPECT_TRUE(result.status);
+    EXPECT_NEAR(*std::ranges::max_element(result.curve) / (in.pMax + 1e5), 1, tolerance);
+    const double wanted = in.power / in.me / (in.speed / 60 / turns);
+    EXPECT_NEAR(result.mip / (wanted / sweptVolume(in)), 1, 1e-6);
+    // A two-stroke curve is one degree late on the way up, which the work shows.
+    EXPECT_NEAR(curveWork(in, result) / wanted, 1, isTwo ? 0.04 : tolerance);
+
+    std::vector<double> curve(result.curve.begin(), result.curve.begin() + points(in));
+    std::ranges::rotate(curve, curve.begin() + 180);
+    std::vector<std::complex<double>> tangential(9);
+    PRESSUREFOURIERCOEFFICIENTS(tangential, curve, crankAngles(curve.size()), in.lambda);
+    const double indicated = curveWork(in, result) / sweptVolume(in);
+    EXPECT_NEAR(tangential[0].real() * kPi * turns / indicated, 1, 2e-4);
+    const auto& published = isTwo ? two : four;
     for (std::size_t k = 0; k < published.size(); ++k) {
-      const double factor = 2 * std::abs(c[k + 1]) / result.mip / published[k];
-      EXPECT_GT(factor, 0.75) << in.nStroke << "-stroke, harmonic " << k + 1;
-      EXPECT_LT(factor, 1.05) << in.nStroke << "-stroke, harmonic " << k + 1;
-      RecordProperty("stroke" + std::to_string(in.nStroke) + "harmonic" + std::to_string(k + 1),
-                     std::to_string(factor));
+      const double factor = 2 * std::abs(tangential[k + 1]) / result.mip / published[k];
+      EXPECT_NEAR(factor, 0.9, 0.15) << in.nStroke << "-stroke, harmonic " << k + 1;
+    }
+  }
+}
+
+// Pressures by an implementation that goes angle by angle and evaluates every power anew; the cases
+// take every way through the iteration.
+TEST(TheoreticalPressure, CurvesKeepTheirDigits) {
+  struct Case {
+    std::int32_t nStroke;
+    double pMax, ignition, endOfComb, formFactor, exhaustStart;
+    std::array<double, 4> pressure;  ///< at 10, 40, 130 and 170 (two-stroke) or 250 degrees
+  };
+  for (const Case& c : std::initializer_list<Case>{
+           {2, 1.6e7, 0, 45, 0.5, 115, {15735972.357, 6769183.4832, 591618.32081, 360000}},
+           // Runs out: the shortest combustion, its start halved from -20 to -2.
+           {2, 4e7, -20.9, 45, 0.5, 115, {24454101.556, 6119400.4993, 559809.36461, 360000}},
+           // Runs out, never stops burning.
+           {2, 6e6, 0, 45, 0.5, 115, {10759684.427, 2588416.7089, 405167.28097, 351343.05939}},
+           // 10 passes, opens while it burns.
+           {2, 1.6e7, 0, 45, 0.5, 30, {11959201.056, 13807422.694, 358134.16128, 360000}},
+           // 10 passes, the combustion gets shorter.
+           {2, 1.6e7, 0, 120, 2, 115, {15836956.566, 6811933.9175, 625210.01072, 360000}},
+           {4, 1.85e7, -6, 60, 0.5, 125, {18677858.884, 8713089.6241, 1349502.2104, 431114.46686}},
+           {4, 4e7, -20.9, 60, 0.5, 125, {25295161.004, 7204780.5073, 1048499.8982, 407040.37304}},
+           {4, 6e6, -6, 60, 0.5, 125, {12015073.588, 3556203.8238, 540325.52544, 659442.04866}},
+           {4, 1.85e7, -6, 60, 0.5, 30, {12033168.37, 3427388.2226, 498782.19037, 725964.34054}},
+           {4, 1.85e7, -6, 120, 2, 125, {18483588.262, 8441606.3955, 1487341.4404, 442138.81591}},
+       }) {
+    CylinderPressureInput in = c.nStroke == 2 ? sample::twoStroke() : sample::fourStroke();
+    in.pMax = c.pMax;
+    // Angles are cut to whole degrees.
+    in.AngleIgnition = c.ignition;
+    in.AngleEndOfComb = c.endOfComb + 0.9;
+    in.FormFactor = c.formFactor;
+    in.AngleExhaustStart = c.exhaustStart + 0.9;
+    in.AngleInletStart += 0.9;
+    in.AngleInletClose += 0.9;
+    const Result result = calculated(in);
+    EXPECT_TRUE(result.status);
+    const std::array angles{10, 40, 130, c.nStroke == 2 ? 170 : 250};
+    for (std::size_t i = 0; i < angles.size(); ++i) {
+      EXPECT_NEAR(result.at(angles.at(i)) / c.pressure.at(i), 1, 1e-9)
+          << c.nStroke << "-stroke, peak " << c.pMax << ", at " << angles.at(i);
     }
   }
 }
@@ -140,99 +150,14 @@ TEST(TheoreticalPressure, CurveGoesThroughTheProcessesOfACycle) {
   // Expansion between combustion and exhaust, its exponent 0.06 less.
   const double ratio = cylinderVolume(in, 70) / cylinderVolume(in, 120);
   EXPECT_NEAR(result.at(120) / result.at(70), std::pow(ratio, exponent - 0.06), 1e-6);
-  EXPECT_LT(result.at(179), result.at(125) * 0.6) << "blow-down";
-  EXPECT_GT(result.at(200), in.pInlet);
-  EXPECT_NEAR(result.at(360), in.pInlet, in.pInlet * 0.2);
   EXPECT_EQ(result.at(361), in.pInlet);
-  EXPECT_EQ(result.at(539), in.pInlet);
 
   const CylinderPressureInput two = sample::twoStroke();
   const Result curve = calculated(two);
   EXPECT_EQ(curve.at(-141), two.pInlet) << "inlet open until -140 degrees";
   EXPECT_EQ(curve.at(-140), two.pInlet) << "the volume on the way up is one degree late";
   EXPECT_GT(curve.at(-139), two.pInlet);
-  EXPECT_GT(curve.at(140), two.pInlet * 0.999);
   EXPECT_EQ(curve.at(141), two.pInlet);
-  EXPECT_GT(curve.at(116), 1.5 * two.pInlet);
-}
-
-TEST(TheoreticalPressure, FastFormGivesTheDigitsOfThePlainOne) {
-  std::mt19937 random(20240607);
-  const auto uniform = [&](double low, double high) {
-    return std::uniform_real_distribution<>(low, high)(random);
-  };
-  int ranOut = 0;
-  int converged = 0;
-  int shortest = 0;
-  int halved = 0;
-  for (int i = 0; i < 600; ++i) {
-    CylinderPressureInput in = i % 2 == 0 ? sample::twoStroke() : sample::fourStroke();
-    in.power *= uniform(0.05, 1.3);
-    in.speed *= uniform(0.3, 1.1);
-    in.pMax *= uniform(0.3, 1.2);
-    in.pComp *= uniform(0.3, 1.2);
-    in.pInlet *= uniform(0.2, 1.1);
-    in.FormFactor = uniform(0.0, 3.0);
-    in.AngleIgnition = uniform(-40, 20);
-    in.AngleEndOfComb = in.AngleIgnition + uniform(-10, 140);
-    in.AngleExhaustStart = uniform(20, 200);
-    in.AngleInletStart = in.AngleExhaustStart + uniform(1, 40);
-    in.AngleInletClose = in.AngleInletStart + uniform(1, 230);
-    Result result = calculated(in);
-    std::array<double, 1000> expected{};
-    expected.fill(-7);
-    const plain::Ending ending = plain::firingCurve(in, expected);
-    ranOut += ending.passes > 20;
-    converged += ending.passes <= 20;
-    shortest += ending.duration == 5.0;
-    halved += ending.ignition > std::trunc(in.AngleIgnition);
-    for (std::size_t k = 0; k < expected.size(); ++k) {
-      const bool bothNaN = std::isnan(expected[k]) && std::isnan(result.curve[k]);
-      ASSERT_TRUE(bothNaN || std::bit_cast<std::uint64_t>(expected[k]) ==
-                                 std::bit_cast<std::uint64_t>(result.curve[k]))
-          << "engine " << i << " point " << k;
-    }
-    EXPECT_TRUE(result.status);
-  }
-  // The cases meet every way through the iteration.
-  EXPECT_GT(ranOut, 50);
-  EXPECT_GT(converged, 50);
-  EXPECT_GT(shortest, 5);
-  EXPECT_GT(halved, 5);
-}
-
-TEST(TheoreticalPressure, LastPassStandsWhereTheIterationRunsOut) {
-  // More peak than any combustion can make from this little work, and less than compression.
-  for (const double pMax : {4e7, 6e6}) {
-    for (CylinderPressureInput in : {sample::twoStroke(), sample::fourStroke()}) {
-      in.pMax = pMax;
-      in.power *= 0.3;
-      std::array<double, 1000> plainCurve{};
-      EXPECT_EQ(plain::firingCurve(in, plainCurve).passes, 21);
-      const Result result = calculated(in);
-      EXPECT_TRUE(result.status);
-      EXPECT_GT(result.mip, 0);
-      for (std::size_t i = 0; i < points(in); ++i) {
-        EXPECT_EQ(result.curve[i], plainCurve[i]) << i;
-        EXPECT_GT(result.curve[i], 0) << i;
-      }
-    }
-  }
-}
-
-TEST(TheoreticalPressure, CurveIsStableAgainstRounding) {
-  for (CylinderPressureInput in : {sample::twoStroke(), sample::fourStroke()}) {
-    for (const double pMax : {in.pMax, 4e7}) {
-      in.pMax = pMax;
-      const Result before = calculated(in);
-      in.power *= 1 + 1e-14;
-      in.speed *= 1 - 1e-14;
-      const Result after = calculated(in);
-      for (std::size_t i = 0; i < points(in); ++i) {
-        EXPECT_NEAR(after.curve[i] / before.curve[i], 1, 1e-11) << i;
-      }
-    }
-  }
 }
 
 TEST(TheoreticalPressure, MisfiringCylinderOnlyCompressesAndExpands) {
@@ -243,50 +168,38 @@ TEST(TheoreticalPressure, MisfiringCylinderOnlyCompressesAndExpands) {
     const Result result = calculated(in);
     EXPECT_TRUE(result.status);
     EXPECT_EQ(result.mip, 0);
-    const bool two = in.nStroke == 2;
-    const double closing = cylinderVolume(in, two ? 220 : 180);
-    const double top = cylinderVolume(in, two ? 359 : 360);
+    const bool isTwo = in.nStroke == 2;
+    const double closing = cylinderVolume(in, isTwo ? 220 : 180);
+    const double top = cylinderVolume(in, isTwo ? 359 : 360);
     EXPECT_NEAR(result.at(0) / (in.pInlet * std::pow(closing / top, 1.36)), 1, 1e-6);
-    EXPECT_LT(result.at(0), 0.9 * (in.pComp + 1e5));
     EXPECT_NEAR(result.at(100) / (result.at(0) * std::pow(top / cylinderVolume(in, 100), 1.36)), 1,
                 1e-6);
-    if (!two) {
-      // Valves are open at the second turn.
-      for (const int t : {181, 185, 270}) EXPECT_EQ(result.at(t), in.pInlet) << t;
+    if (!isTwo) {
+      for (const int t : {181, 270}) EXPECT_EQ(result.at(t), in.pInlet) << "open valves at " << t;
     }
 
     in.pComp = 2e6;
     const Result capped = calculated(in);
     EXPECT_EQ(capped.at(0), 0.8999999761581421 * 2.1e6);
     EXPECT_EQ(capped.at(-20), capped.at(0));
-    // From the cap on the expansion starts at its level.
-    EXPECT_LT(capped.at(100), result.at(100));
+    EXPECT_LT(capped.at(100), result.at(100)) << "the expansion starts at the cap";
   }
 }
 
 TEST(TheoreticalPressure, CasesWithoutACurve) {
-  CylinderPressureInput in = sample::fourStroke();
-  in.power = 0;
-  for (const bool before : {false, true}) {
-    Result idle;
-    idle.status = before;
-    idle.curve.fill(5);
-    CALCULATEDPRESSURE(in, idle.curve, idle.mip, idle.status);
-    EXPECT_EQ(idle.status, before) << "left as it was";
-    EXPECT_EQ(idle.mip, -1);
-    EXPECT_EQ(idle.curve, (std::array<double, kPressurePoints>{}));
-  }
-
-  in.pMax = -100000.0;
-  for (const double power : {0.0, 4.8e5}) {  // no peak pressure comes before no power
+  // No power: all zero, mip and status as they were. No peak pressure, which comes first: status
+  // alone is set.
+  for (const auto& [power, pMax, status, filled] :
+       {std::tuple{0.0, 1e7, true, 0.0}, {0.0, -1e5, false, 5.0}, {4.8e5, -1e5, false, 5.0}}) {
+    CylinderPressureInput in = sample::fourStroke();
     in.power = power;
-    Result none;
-    none.status = true;
-    none.curve.fill(5);
-    CALCULATEDPRESSURE(in, none.curve, none.mip, none.status);
-    EXPECT_FALSE(none.status);
-    EXPECT_EQ(none.mip, -1);
-    EXPECT_EQ(none.curve[0], 5);
+    in.pMax = pMax;
+    Result result{.status = true};
+    result.curve.fill(5);
+    CALCULATEDPRESSURE(in, result.curve, result.mip, result.status);
+    EXPECT_EQ(result.status, status);
+    EXPECT_EQ(result.mip, -1);
+    EXPECT_TRUE(std::ranges::all_of(result.curve, [&](double p) { return p == filled; }));
   }
 
   std::vector<CylinderPressureInput> unfit(4, sample::twoStroke());
@@ -313,49 +226,21 @@ TEST(TheoreticalPressure, CasesWithoutACurve) {
   }
 }
 
-TEST(TheoreticalPressure, AnglesAreCutToWholeDegrees) {
-  for (CylinderPressureInput in : {sample::twoStroke(), sample::fourStroke()}) {
-    const Result whole = calculated(in);
-    in.AngleIgnition -= in.AngleIgnition > 0 ? 0.0 : 0.9;
-    in.AngleEndOfComb += 0.9;
-    in.AngleExhaustStart += 0.9;
-    in.AngleInletStart += 0.9;
-    in.AngleInletClose += 0.9;
-    EXPECT_EQ(calculated(in).curve, whole.curve);
-  }
-}
-
 TEST(TheoreticalPressure, AnyValuesComeToAnEnd) {
   const double inf = std::numeric_limits<double>::infinity();
-  using Member = double CylinderPressureInput::*;
-  const std::array<Member, 20> members{&CylinderPressureInput::bore,
-                                       &CylinderPressureInput::stroke,
-                                       &CylinderPressureInput::lambda,
-                                       &CylinderPressureInput::compRatio,
-                                       &CylinderPressureInput::pInlet,
-                                       &CylinderPressureInput::tCharge,
-                                       &CylinderPressureInput::speed,
-                                       &CylinderPressureInput::power,
-                                       &CylinderPressureInput::pMax,
-                                       &CylinderPressureInput::pComp,
-                                       &CylinderPressureInput::CompExp,
-                                       &CylinderPressureInput::ExpaExp,
-                                       &CylinderPressureInput::Te,
-                                       &CylinderPressureInput::me,
-                                       &CylinderPressureInput::FormFactor,
-                                       &CylinderPressureInput::AngleIgnition,
-                                       &CylinderPressureInput::AngleEndOfComb,
-                                       &CylinderPressureInput::AngleExhaustStart,
-                                       &CylinderPressureInput::AngleInletStart,
-                                       &CylinderPressureInput::AngleInletClose};
+  using In = CylinderPressureInput;
   for (const CylinderPressureInput& good : {sample::twoStroke(), sample::fourStroke()}) {
-    for (const Member member : members) {
+    for (double In::*const member :
+         {&In::bore, &In::stroke, &In::lambda, &In::compRatio, &In::pInlet, &In::tCharge,
+          &In::speed, &In::power, &In::pMax, &In::pComp, &In::Te, &In::me, &In::FormFactor,
+          &In::AngleIgnition, &In::AngleEndOfComb, &In::AngleExhaustStart, &In::AngleInletStart,
+          &In::AngleInletClose}) {
       for (const double value : {0.0, -1.0, 1e300, -1e300, inf, -inf, kNaN}) {
         for (const bool misfire : {false, true}) {
           CylinderPressureInput in = good;
           in.*member = value;
           in.misfire = misfire;
-          EXPECT_EQ(calculated(in).curve[points(in)], in.power == 0.0 && !misfire ? 0.0 : -7.0);
+          EXPECT_EQ(calculated(in).at(points(in) - 180), in.power == 0.0 && !misfire ? 0.0 : -7.0);
         }
       }
     }
@@ -376,16 +261,6 @@ TEST(TheoreticalPressure, TemperatureStepKeepsTheFirstLaw) {
   EXPECT_NEAR(t, 500 - 2000 / (1.5 * cv), 1e-6) << "an amount of heat that is no number is none";
   CYLTEMP(-5, 0, 50, 0.5, 0.10, 0.10, 500, 2e5, 1.5, 1e6, t);
   EXPECT_EQ(t, 500) << "nothing burns before the start";
-
-  // All steps of a combustion at constant volume release 99.9 % of the heat.
-  double inner = 0;
-  t = 800;
-  for (int step = 1; step <= 6000; ++step) {
-    const double before = t;
-    CYLTEMP(step * 0.01, 0, 60, 0.8, 0.1, 0.1, before, 1e6, 1.0, 1e6 * 0.01, t);
-    inner += (before * 0.2177 + 921.1) * (t - before);
-  }
-  EXPECT_NEAR(inner, 1e6 * (1 - std::exp(-6.9)), 200);
 }
 
 }  // namespace
