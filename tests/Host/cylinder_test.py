@@ -1,20 +1,12 @@
-"""Runs the commands for one cylinder: curves and harmonics as CSV, from a file and from options.
-
-usage: cylinder_test.py PROGRAM ENGINEFILE [unittest options]
-"""
+"""The commands for one cylinder: curves and harmonics as CSV, from a file and from options."""
 import cmath
 import csv
-import io
 import math
-import os
-import pathlib
-import subprocess
-import sys
-import tempfile
 import unittest
 
-PROGRAM = os.path.abspath(sys.argv.pop(1))
-ENGINE = os.path.abspath(sys.argv.pop(1))
+from support import EXAMPLES, HostTest
+
+ENGINE = EXAMPLES / "hosts" / "four-stroke-cylinder.txt"
 LAMBDA, RADIUS, AREA = 0.22, 0.2, math.pi / 4 * 0.32**2
 TWO_STROKE = """strokes=2
 bore=600
@@ -38,136 +30,103 @@ inlet-close=220
 """
 
 
-def components(curve, harmonic):
-    """Sine and cosine component of a harmonic of a curve over its whole period."""
-    n = len(curve)
-    c = sum(y * cmath.exp(-2j * math.pi * harmonic * i / n) for i, y in enumerate(curve)) / n
-    return -2 * c.imag, 2 * c.real
-
-
-class Cylinder(unittest.TestCase):
-    def setUp(self):
-        self.scratch = tempfile.TemporaryDirectory()
-        self.here = pathlib.Path(self.scratch.name)
-
-    def tearDown(self):
-        self.scratch.cleanup()
-
-    def call(self, *arguments, status=0):
-        done = subprocess.run([PROGRAM, *map(str, arguments)], cwd=self.here, timeout=60,
-                              capture_output=True, text=True)
-        self.assertEqual(done.returncode, status, (arguments, done.stdout, done.stderr))
-        if status != 0:
-            self.assertEqual(done.stdout, "", arguments)
-        return done
-
-    def table(self, *arguments):
+class Cylinder(HostTest):
+    def table(self, command, *options, engine=ENGINE):
         """Heads, and the columns as lists of numbers."""
-        heads, *rows = csv.reader(io.StringIO(self.call(*arguments).stdout))
+        done = self.call(command, "--engine", engine, *options)
+        heads, *rows = csv.reader(done.stdout.splitlines())
         return heads, [list(map(float, column)) for column in zip(*rows)]
 
-    def file(self, text):
-        path = self.here / "engine.txt"
-        path.write_text(text)
-        return path
+    def assert_harmonics(self, curve, sines, cosines):
+        """Components of a curve that starts at -180 degrees, over its whole period."""
+        curve = curve[180:] + curve[:180]
+        for k, found in enumerate(zip(sines, cosines, strict=True), 1):
+            c = sum(y * cmath.exp(-2j * math.pi * k * i / len(curve))
+                    for i, y in enumerate(curve)) / len(curve)
+            for value, expected in zip(found, (-2 * c.imag, 2 * c.real)):
+                self.assertAlmostEqual(value, expected, delta=1e-10 * max(map(abs, curve)))
 
-    def test_pressure_curve(self):
-        heads, (angle, pressure) = self.table("pressure", "--engine", ENGINE)
+    def test_pressure(self):
+        heads, (angle, pressure) = self.table("pressure")
         self.assertEqual(heads, ["angle [deg]", "pressure [bar]"])
         self.assertEqual(angle, list(range(-180, 540)))
         self.assertAlmostEqual(max(pressure), 186, delta=0.93)
         self.assertEqual(pressure[0], 3.5)
-        heads, (angle, pressure) = self.table("pressure", "--engine", self.file(TWO_STROKE))
-        self.assertEqual(angle, list(range(-180, 180)))
-        self.assertAlmostEqual(max(pressure), 161, delta=3.2)
-
-    def test_command_line_beats_the_file(self):
-        options = []
-        for line in pathlib.Path(ENGINE).read_text().splitlines():
-            if not line.startswith("#"):
-                name, value = line.split(" = ")
-                options += [f"--{name}", value]
-        alone = self.call("pressure", *options)
-        self.assertEqual(alone.stdout, self.call("pressure", "--engine", ENGINE).stdout)
-        other = self.call("pressure", "--engine", ENGINE, "--peak-pressure", "200")
-        self.assertIn("peak pressure 20", other.stderr)
-        self.assertIn("mean indicated pressure 25.949 bar", other.stderr)
-        # At part of the rated speed and torque the pressures are no longer the rated ones.
-        part = self.call("pressure", "--engine", ENGINE, "--speed", "600", "--power", "240")
-        self.assertIn("mean indicated pressure 16.218 bar", part.stderr)
-        misfire = self.table("pressure", "--engine", ENGINE, "--misfire")[1][1]
-        self.assertAlmostEqual(max(misfire), 0.9 * 141, places=3)
-
-    def test_pressure_harmonics(self):
-        pressure = self.table("pressure", "--engine", ENGINE)[1][1]
         tangential = []
-        for i in range(720):
-            phi = math.radians(i)
+        for degrees, p in zip(angle, pressure):
+            phi = math.radians(degrees)
             beta = math.asin(LAMBDA * math.sin(phi))
-            tangential.append(pressure[(i + 180) % 720] * math.sin(phi + beta) / math.cos(beta))
-        heads, (order, sine, cosine) = self.table("pressure", "--engine", ENGINE,
-                                                  "--harmonics", "30")
+            tangential.append(p * math.sin(phi + beta) / math.cos(beta))
+        heads, (order, *harmonics) = self.table("pressure", "--harmonics", "30")
         self.assertEqual(heads, ["order", "sine [bar]", "cosine [bar]"])
         self.assertEqual(order, [0.5 * k for k in range(1, 31)])
-        for k in range(1, 31):
-            expected = components(tangential, k)
-            self.assertAlmostEqual(sine[k - 1], expected[0], places=9)
-            self.assertAlmostEqual(cosine[k - 1], expected[1], places=9)
-        two = self.table("pressure", "--engine", self.file(TWO_STROKE), "--harmonics", "3")[1][0]
-        self.assertEqual(two, [1, 2, 3])
+        self.assert_harmonics(tangential, *harmonics)
+
+        two = self.write("engine.txt", TWO_STROKE)
+        angle, pressure = self.table("pressure", engine=two)[1]
+        self.assertEqual(angle, list(range(-180, 180)))
+        self.assertAlmostEqual(max(pressure), 161, delta=3.2)
+        self.assertEqual(self.table("pressure", "--harmonics", "3", engine=two)[1][0], [1, 2, 3])
+
+    def test_command_line_beats_the_file(self):
+        options = [word for line in ENGINE.read_text().splitlines() if not line.startswith("#")
+                   for word in ("--" + line).split(" = ")]
+        by_file = self.call("pressure", "--engine", ENGINE)
+        self.assertEqual(self.call("pressure", *options).stdout, by_file.stdout)
+        self.assertNotIn("warning", by_file.stderr)
+        for words, *changes in (
+                ("mean indicated pressure 25.949 bar", "--peak-pressure", "200"),
+                ("warning: a missed peak at rated speed, 101.00 bar", "--peak-pressure", "100"),
+                # At part of the rated speed and torque the pressures are no longer the rated ones.
+                ("mean indicated pressure 16.218 bar", "--speed", "600", "--power", "240"),
+                (f"peak pressure {0.9 * 141:.2f} bar", "--misfire")):
+            self.assertIn(words, self.call("pressure", "--engine", ENGINE, *changes).stderr)
 
     def test_forces(self):
         masses = ["--recip-mass", "90", "--rotating-mass", "60"]
-        heads, columns = self.table("forces", "--engine", ENGINE, *masses)
+        heads, (angle, pressure, *forces) = self.table("forces", *masses)
         self.assertEqual(heads, ["angle [deg]", "pressure [bar]", "tangential [N]",
                                  "tangential mass [N]", "tangential gas [N]", "radial [N]",
                                  "radial mass [N]", "radial gas [N]"])
-        angle, pressure, t, tm, tg, r, rm, rg = columns
         self.assertEqual(angle, list(range(-180, 540)))
-        for parts in zip(t, tm, tg), zip(r, rm, rg):
-            for total, mass, gas in parts:
-                self.assertAlmostEqual(total, mass + gas, places=6)
-        top = angle.index(0)
+        tangential, tangential_mass, tangential_gas, radial, radial_mass, radial_gas = forces
+        for parts in (*zip(tangential, tangential_mass, tangential_gas),
+                      *zip(radial, radial_mass, radial_gas)):
+            self.assertAlmostEqual(parts[0], parts[1] + parts[2], places=6)
+        top = 180
         centrifugal = RADIUS * (750 * math.pi / 30)**2
-        self.assertAlmostEqual(rg[top], (pressure[top] - 1) * 1e5 * AREA, places=3)
-        self.assertAlmostEqual(rm[top], -centrifugal * (90 * (1 + LAMBDA) + 60), places=3)
-        crankcase = self.table("forces", "--engine", ENGINE, *masses,
-                               "--reference-pressure", "2")[1]
+        self.assertAlmostEqual(radial_gas[top], (pressure[top] - 1) * 1e5 * AREA, places=3)
+        self.assertAlmostEqual(radial_mass[top], -centrifugal * (90 * (1 + LAMBDA) + 60), places=3)
+        crankcase = self.table("forces", *masses, "--reference-pressure", "2")[1]
         self.assertAlmostEqual(crankcase[7][top], (pressure[top] - 2) * 1e5 * AREA, places=3)
 
-        heads, (order, gas_sine, gas_cosine, mass_sine, mass_cosine) = self.table(
-            "forces", "--engine", ENGINE, *masses, "--harmonics", "8")
+        order, *harmonics = self.table("forces", *masses, "--harmonics", "8")[1]
         self.assertEqual(order, [0.5 * k for k in range(1, 9)])
-        for k in range(1, 9):
-            for curve, found in ((tg, (gas_sine, gas_cosine)), (tm, (mass_sine, mass_cosine))):
-                expected = components(curve[180:] + curve[:180], k)
-                self.assertAlmostEqual(found[0][k - 1], expected[0], places=5)
-                self.assertAlmostEqual(found[1][k - 1], expected[1], places=5)
+        self.assert_harmonics(tangential_gas, *harmonics[:2])
+        self.assert_harmonics(tangential_mass, *harmonics[2:])
 
     def test_what_is_wrong_is_said(self):
-        two_stroke = self.here / "two-stroke.txt"
-        two_stroke.write_text(TWO_STROKE)
-        for words, arguments, status in (
-                ("--strokes must be 2 or 4", ["pressure"], 2),
-                ("--strokes must be 2 or 4", ["pressure", "--engine", ENGINE, "--strokes", 3], 2),
-                ("--inlet-start is missing", ["pressure", "--engine", ENGINE, "--strokes", 2], 2),
-                ("--recip-mass is missing", ["forces", "--engine", ENGINE], 2),
-                ("bor in", ["pressure", "--engine", self.file("bor = 3\n")], 2),
-                ("nowhere.txt", ["pressure", "--engine", "nowhere.txt"], 2),
-                ("--harmonics", ["pressure", "--engine", ENGINE, "--harmonics", 0], 2),
-                ("--harmonics must be less than 360",
-                 ["forces", "--engine", ENGINE, "--recip-mass", 90, "--harmonics", 360], 2),
-                ("--harmonics must be less than 180",
-                 ["pressure", "--engine", two_stroke, "--harmonics", 180], 2),
-                ("no pressure curve comes from these data\n",
-                 ["pressure", "--engine", two_stroke, "--bore", "nan"], 1),
-                ("the exhaust must open before the inlet",
-                 ["pressure", "--engine", ENGINE, "--strokes", 2, "--inlet-start", 100,
-                  "--inlet-close", 220], 1)):
-            self.assertIn(words, self.call(*arguments, status=status).stderr)
-        self.assertNotIn("warning", self.call("pressure", "--engine", ENGINE).stderr)
-        short = self.call("pressure", "--engine", ENGINE, "--peak-pressure", "100")
-        self.assertIn("warning: a missed peak at rated speed, 101.00 bar", short.stderr)
+        two = self.write("two-stroke.txt", TWO_STROKE)
+        bad = self.write("bad.txt", "bor = 3\n")
+        for status, words, command, *options in (
+                (2, "--strokes must be 2 or 4", "pressure"),
+                (2, "--strokes must be 2 or 4", "pressure", "--engine", ENGINE, "--strokes", 3),
+                (2, "--inlet-start is missing", "pressure", "--engine", ENGINE, "--strokes", 2),
+                (2, "--recip-mass is missing", "forces", "--engine", ENGINE),
+                (2, "bor in", "pressure", "--engine", bad),
+                (2, "nowhere.txt", "pressure", "--engine", "nowhere.txt"),
+                (2, "--harmonics", "pressure", "--engine", ENGINE, "--harmonics", 0),
+                (2, "--harmonics must be less than 360",
+                 "forces", "--engine", ENGINE, "--recip-mass", 90, "--harmonics", 360),
+                (2, "--harmonics must be less than 180",
+                 "pressure", "--engine", two, "--harmonics", 180),
+                (1, "no pressure curve comes from these data\n",
+                 "pressure", "--engine", two, "--bore", "nan"),
+                (1, "the exhaust must open before the inlet",
+                 "pressure", "--engine", two, "--inlet-start", 100)):
+            done = self.call(command, *options, status=status)
+            self.assertIn(words, done.stderr)
+            self.assertEqual(done.stdout, "")
 
 
 if __name__ == "__main__":
