@@ -2,11 +2,13 @@
 
 #include <array>
 #include <cmath>
+#include <complex>
 #include <limits>
 #include <span>
 #include <string>
 #include <vector>
 
+#include "ComputationsSrc/CylinderExcitations.h"
 #include "Excitation/CrankAngles.h"
 #include "Excitation/CylinderPressureToHarmonic.h"
 #include "Excitation/Engine_functions.h"
@@ -76,33 +78,6 @@ TEST(TheoreticalCylinderPressure, TakesRatedPressuresAtRatedSpeedOnly) {
   }
 }
 
-TEST(CylinderPressureToHarmonic, PureTangentialSineComesBackAtItsOrder) {
-  const double lambda = 0.25;
-  const std::int32_t nOrders = 10;
-  for (const std::int32_t n : {360, 720}) {
-    const auto phi = crankAngles(static_cast<std::size_t>(n));
-    std::vector<double> tangential(phi.size());
-    std::vector<double> pressure(phi.size());
-    for (std::size_t i = 0; i < phi.size(); ++i) {
-      const double beta = std::asin(lambda * std::sin(phi[i]));
-      const double factor = std::sin(phi[i] + beta) / std::cos(beta);
-      // Vanishes with the tangential factor at the dead centres.
-      tangential[i] = std::sin(3 * phi[i]) + 0.25 * (std::cos(phi[i]) - std::cos(3 * phi[i]));
-      pressure[i] = std::abs(factor) < 1e-9 ? 0.0 : tangential[i] / factor;
-    }
-    std::vector<double> sine(10, kNaN);
-    std::vector<double> cosine(10, kNaN);
-    ::CYLINDERPRESSURETOHARMONIC(&n, &nOrders, pressure.data(), phi.data(), &lambda, sine.data(),
-                                 cosine.data());
-    const std::size_t first = phi.size() / 360;  // harmonic of order 1
-    for (std::size_t k = 1; k <= 10; ++k) {
-      EXPECT_NEAR(sine[k - 1], k == 3 * first ? 1.0 : 0.0, 1e-12) << k;
-      EXPECT_NEAR(cosine[k - 1], k == first ? 0.25 : (k == 3 * first ? -0.25 : 0.0), 1e-12) << k;
-    }
-    for (std::size_t i = 0; i < phi.size(); ++i) EXPECT_NEAR(pressure[i], tangential[i], 1e-12);
-  }
-}
-
 TEST(HarmonicToCylinderPressure, DividesWhatTheInverseTransformGathers) {
   auto phi = crankAngles(360);
   const double lambda = 0.25;
@@ -167,15 +142,17 @@ TEST(TangentialRadialForce, ForcesAreThoseOfTheCrankDrive) {
   EXPECT_NEAR(radialGas[180], -2.9e6 * area, 1e-6);
   EXPECT_NEAR(radialMass[180], -centrifugal * (500 * (1 - 0.25) + 300), 1e-6);
   double gasWork = 0;
-  double massWork = 0;
   for (std::size_t i = 0; i < 360; ++i) {
     EXPECT_DOUBLE_EQ(tangential[i], tangentialGas[i] + tangentialMass[i]);
     EXPECT_DOUBLE_EQ(radial[i], radialGas[i] + radialMass[i]);
     gasWork += i < 180 ? tangentialGas[i] * kPi / 180 : 0.0;
-    massWork += tangentialMass[i];
+    // Both parts of a force make up one along the rod.
+    const double rod = 2.9e6 * area / std::cos(std::asin(0.25 * std::sin(call.phi[i])));
+    EXPECT_NEAR(std::hypot(tangentialGas[i], radialGas[i]), rod, 1e-6);
+    EXPECT_NEAR(tangentialMass[i] * radialGas[i] / rod,
+                (radialMass[i] + centrifugal * 300) * tangentialGas[i] / rod, 1e-6);
   }
   EXPECT_NEAR(gasWork / (2.9e6 * area * 2.0), 1, 1e-4) << "force times stroke";
-  EXPECT_NEAR(massWork, 0, 1e-6);
   EXPECT_LT(tangentialMass[30], 0) << "the mass is sped up by the crank behind top dead centre";
 
   ForceCall light = call;
@@ -244,6 +221,21 @@ TEST(OscillatingMass, ExportedCoefficientsAreRealAndImaginaryInTurn) {
     }
     EXPECT_NEAR(c[0], 0, 1e-15) << "no work over a revolution";
     EXPECT_EQ(c.back(), 5);
+  }
+}
+
+TEST(CylinderExcitations, InertiaTorqueOpposesGasTorque) {
+  const std::array<std::complex<double>, 2> gas{{{100.0, -20.0}, {3.0, 4.0}}};
+  const std::array<std::complex<double>, 2> mass{{{0.5, 0.25}, {0.0, -1.0}}};
+  std::array<std::complex<double>, 2> excitation;
+  // Crank radius 0.5 m, area 0.2 m2, 10 rad/s, 3 kg: the mass force amounts to 150 N.
+  CYLINDEREXCITATION(excitation, gas, mass, 0.5, 0.2, 10.0, 3.0);
+  for (std::size_t k = 0; k < 2; ++k) {
+    EXPECT_NEAR(std::abs(excitation[k] - 0.5 * (0.2 * gas[k] - 150.0 * mass[k])), 0, 1e-12);
+  }
+  CYLINDERSIMPLIFIEDEXCITATION(excitation, gas, mass, 0.5, 10.0, 3.0);
+  for (std::size_t k = 0; k < 2; ++k) {
+    EXPECT_NEAR(std::abs(excitation[k] - (gas[k] - 0.5 * 150.0 * mass[k])), 0, 1e-12);
   }
 }
 

@@ -121,6 +121,11 @@ TEST_F(HarmonicDataTest, PumpFilesDifferInTheSecondLabelAndTheColumnUnit) {
   const SharedHarmonicData data = loaded(file.text(), kPumpHarmonicFile);
   EXPECT_EQ(data->columnValues, file.columns);
   EXPECT_EQ(data->resultant[1], 1.5e6);
+  std::string text = file.text();
+  text.replace(text.find("age:3"), 5, "age:101");
+  HarmonicData tooMany;
+  EXPECT_FALSE(loadHarmonicFile(write(text), kPumpHarmonicFile, tooMany));
+  EXPECT_EQ(log(), " Number of speed percentage exceeds the max allowable number\n");
 }
 
 TEST_F(HarmonicDataTest, FailuresHaveTheirWords) {
