@@ -49,6 +49,12 @@ void PressureCurvePlain(benchmark::State& state) {
     benchmark::DoNotOptimize(plain::firingCurve(in, curve));
     benchmark::DoNotOptimize(curve);
   }
+  std::array<double, kPressurePoints> fast{};
+  double mip = 0;
+  bool status = false;
+  CALCULATEDPRESSURE(in, fast, mip, status);
+  if (fast != curve)
+    state.SkipWithError("the two forms differ");
 }
 BENCHMARK(PressureCurvePlain)->Apply(strokesAndEndings);
 
