@@ -1,15 +1,16 @@
 #include <gtest/gtest.h>
 
 #include <array>
-#include <cmath>
+#include <complex>
 #include <numbers>
 
-#include "ComponentTables/ModelBundle.h"
 #include "ComputationsSrc/ForcedDampedVibrationsFc.h"
 #include "ForcedVibration/ShaftResults.h"
+#include "FreeVibration/SixCylinderLine.h"
 #include "Matrices/MassStffnessAndDampingMatrix.h"
+#include "Support/ReadModel.h"
 
-namespace verenwick {
+namespace verenwick::test {
 namespace {
 
 using std::numbers::pi;
@@ -23,9 +24,8 @@ struct PublishedOrder {
   double lastShaft;
 };
 
-/// Six-cylinder four-stroke engine of Mendes, Meirelles and Zampieri (Proc. IMechE Part K, 2008):
-/// inertias, stiffness and damping are theirs, the torques those of an independent calculation. Its
-/// orders are multiples of 0.499, from a period of 499 intervals.
+/// The line is published, the torques are those of an independent calculation. Its orders are
+/// multiples of 0.499, from a period of 499 intervals.
 constexpr double kOrderStep = 0.499;
 constexpr std::array<PublishedOrder, 24> kPublished = {{
     {423.10344, 2.3718328, 0.24004254, 3.0947029}, {713.45429, -1.3183851, 0.078201339, 12.198887},
@@ -42,58 +42,35 @@ constexpr std::array<PublishedOrder, 24> kPublished = {{
     {7.329184, 0.52445303, 0.70530229, 10.048461}, {6.0267354, -2.635207, 5.2389957, 2.3438226},
 }};
 
-/// The engine with the loss factor 0.035 of every shaft as its dynamic magnifier.
-ModelBundle engine() {
-  constexpr std::array inertias = {0.017,  0.009,  0.0467, 0.0327, 0.0467,
-                                   0.0467, 0.0327, 0.0487, 2.075};
-  constexpr std::array stiffness = {1106000.0, 1631000.0, 1253000.0, 1253000.0,
-                                    1678000.0, 1253000.0, 1253000.0, 1976000.0};
-  ModelBundle model;
-  ALLOCATE_MASS_TABLE(model.mass, static_cast<std::int32_t>(inertias.size()));
-  for (std::int32_t i = 1; i <= model.mass.number(); ++i) {
-    SET_MASS_ID(model.mass, i, i);
-    SET_MASS_INERTIA(model.mass, i, inertias[static_cast<std::size_t>(i) - 1]);
-    SET_MASS_ABSDAMPING(model.mass, i, i >= 3 && i <= 8 ? 2.0 : 0.0);
-  }
-  ALLOCATE_SHAFT_TABLE(model.shaft, static_cast<std::int32_t>(stiffness.size()));
-  for (std::int32_t s = 1; s <= model.shaft.number(); ++s) {
-    SET_SHAFT_ID(model.shaft, s, s);
-    SET_SHAFT_ORGNODE(model.shaft, s, s);
-    SET_SHAFT_DESNODE(model.shaft, s, s + 1);
-    SET_SHAFT_STIFFNESS(model.shaft, s, stiffness[static_cast<std::size_t>(s) - 1]);
-    SET_SHAFT_DYNMAGNIFIER(model.shaft, s, 1 / 0.035);
-  }
-  return model;
-}
-
 TEST(PublishedEngine, ShaftTorquesOfAllOrders) {
-  ModelBundle model = engine();
-  MASSANDSHAFTTABLEPREPARATION(false, model, 1);
+  ReadModel read(kSixCylinderLine);
+  ASSERT_TRUE(read.isOk()) << read.log();
+  MASSANDSHAFTTABLEPREPARATION(false, read.model, 1);
   ShaftLineMatrices system;
-  BUILDMASSSTIFFNESSANDDAMPINGMATRIX(false, model, 1.0, system);
+  BUILDMASSSTIFFNESSANDDAMPINGMATRIX(false, read.model, 1.0, system);
   // Cylinders 1 to 6 fire as number 2, 6, 4, 7, 3 and 5, each 120 degrees of crank apart.
-  constexpr std::array firing = {2, 6, 4, 7, 3, 5};
   std::vector<double> EXFO;
   std::vector<double> FORE;
   std::vector<double> FOIM;
   std::vector<double> phase;
   std::vector<std::int32_t> dof;
-  for (std::int32_t cylinder = 1; cylinder <= 6; ++cylinder) {
-    dof.push_back(cylinder + 2);
-    phase.push_back(-2 * pi / 3 * firing[static_cast<std::size_t>(cylinder) - 1]);
+  for (const int firing : {2, 6, 4, 7, 3, 5}) {
+    dof.push_back(static_cast<std::int32_t>(dof.size()) + 3);
+    phase.push_back(-2 * pi / 3 * firing);
     for (const PublishedOrder& order : kPublished) {
-      FORE.push_back(0.5 * order.torque * std::cos(order.phase));
-      FOIM.push_back(0.5 * order.torque * std::sin(order.phase));
+      const auto half = std::polar(0.5 * order.torque, order.phase);
+      FORE.push_back(half.real());
+      FOIM.push_back(half.imag());
     }
   }
-  for (std::size_t k = 1; k <= kPublished.size(); ++k) {
-    EXFO.push_back(kOrderStep * static_cast<double>(k));
-  }
   FamilyResults results;
-  results.points = {model.mass.number(), model.shaft.number()};
+  results.points = {9, 8};
   results.sources = 1;
   results.orders = static_cast<std::int32_t>(kPublished.size());
   results.clear();
+  for (std::int32_t k = 1; k <= results.orders; ++k) {
+    EXFO.push_back(kOrderStep * k);
+  }
   const SourceResults source = results.source(1);
   const ComplexSection& deflection = source.of(Quantity::deflection);
   const ComplexSection& torque = source.of(Quantity::torque);
@@ -101,16 +78,13 @@ TEST(PublishedEngine, ShaftTorquesOfAllOrders) {
                             system.CRR, system.CA, system.CAR},
                            {}, 2000 * pi / 30, {EXFO, FORE, FOIM, phase, dof},
                            {deflection.AMP, deflection.ANGLE, deflection.RE, deflection.IM});
-  SINGLELOADCASESHAFTTORQUE(model, EXFO, deflection, torque);
-  const std::size_t shafts = static_cast<std::size_t>(model.shaft.number());
+  SINGLELOADCASESHAFTTORQUE(read.model, EXFO, deflection, torque);
   for (std::size_t k = 0; k < kPublished.size(); ++k) {
-    EXPECT_NEAR(torque.AMP[k * shafts], kPublished[k].firstShaft, 1e-5 * kPublished[k].firstShaft)
-        << "order " << EXFO[k];
-    EXPECT_NEAR(torque.AMP[k * shafts + shafts - 1], kPublished[k].lastShaft,
-                1e-5 * kPublished[k].lastShaft)
-        << "order " << EXFO[k];
+    const auto& [cylinder, angle, first, last] = kPublished[k];
+    EXPECT_NEAR(torque.AMP[k * 8], first, 1e-5 * first) << "order " << EXFO[k];
+    EXPECT_NEAR(torque.AMP[k * 8 + 7], last, 1e-5 * last) << "order " << EXFO[k];
   }
 }
 
 }  // namespace
-}  // namespace verenwick
+}  // namespace verenwick::test

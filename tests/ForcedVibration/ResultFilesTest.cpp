@@ -1,71 +1,60 @@
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "ForcedVibration/ResultFiles.h"
-#include "RunControl/RunStopped.h"
-#include "Support/SolverRun.h"
+#include <algorithm>
+#include <span>
 
-namespace verenwick {
+#include "ForcedVibration/ResultFiles.h"
+#include "Support/ReadModel.h"
+
+namespace verenwick::test {
 namespace {
 
-using test::filesIn;
-using test::readRecords;
-using test::TemporaryDirectory;
-
-/// Points the solver's result directory to a directory of the test.
-void writeInto(const TemporaryDirectory& directory) {
-  std::string name = directory.path().string();
-  SETRESULTFILEDIR(name, static_cast<std::int32_t>(name.size()));
-}
-
 /// A value that tells where it belongs.
-double mark(int loadCase, int family, int quantity, int source, int order, int point,
-            int component) {
+double mark(std::initializer_list<int> place) {
   double value = 0;
-  for (const int digits : {loadCase, family, quantity, source, order, point, component}) {
+  for (const int digits : place) {
     value = value * 100 + digits;
   }
   return value;
 }
 
-constexpr std::int32_t kInertias = 3;
-constexpr std::int32_t kShafts = 2;
+constexpr PointCounts kPoints = {3, 2};
 constexpr std::array<std::int32_t, 6> kSources = {2, 1, 3, 1, 2, 0};
 constexpr std::array<std::int32_t, 6> kOrders = {24, 2, 4, 4, 20, 4};
+constexpr int kLoadCases = 3;
 
-FamilyResults markedFamily(int loadCase, int family) {
-  FamilyResults results;
-  results.points = {kInertias, kShafts};
-  results.sources = kSources[static_cast<std::size_t>(family)];
-  results.orders = kOrders[static_cast<std::size_t>(family)];
-  results.clear();
-  for (std::int32_t s = 1; s <= results.sources; ++s) {
-    const SourceResults source = results.source(s);
-    for (int q = 0; q < 6; ++q) {
-      const std::int32_t points = q < 3 ? kInertias : kShafts;
-      const ComplexSection& section = source.of(static_cast<Quantity>(q));
-      for (std::int32_t k = 1; k <= results.orders; ++k) {
-        for (std::int32_t i = 1; i <= points; ++i) {
-          const auto at = static_cast<std::size_t>((k - 1) * points + i - 1);
-          section.AMP[at] = mark(loadCase, family, q, s, k, i, 1);
-          section.ANGLE[at] = mark(loadCase, family, q, s, k, i, 2);
-          section.RE[at] = mark(loadCase, family, q, s, k, i, 3);
-          section.IM[at] = mark(loadCase, family, q, s, k, i, 4);
-        }
+/// Calls use(source, order, point, element) for all elements of a quantity of family f.
+template <class Use>
+void forEachElement(std::size_t f, int q, Use use) {
+  std::size_t e = 0;
+  for (int s = 1; s <= kSources[f]; ++s) {
+    for (int k = 1; k <= kOrders[f]; ++k) {
+      for (int i = 1; i <= (q < 3 ? 3 : 2); ++i) {
+        use(s, k, i, e++);
       }
     }
   }
-  return results;
 }
 
 TEST(ForcedResultFiles, EveryValueOfAFamilyStandsAtTheRecordOfItsPlace) {
-  const TemporaryDirectory directory;
-  writeInto(directory);
-  constexpr int kLoadCases = 3;
+  const ReadModel directoryOfResults;
+  const auto& directory = directoryOfResults.directory();
   ForcedResultFiles files({.hasCouplingOrDamper = true});
   for (int L = 1; L <= kLoadCases; ++L) {
-    for (int f = 0; f < 6; ++f) {
-      files.writeFamily(L, static_cast<Family>(f), markedFamily(L, f));
+    for (std::size_t f = 0; f < 6; ++f) {
+      FamilyResults results{kPoints, kSources[f], kOrders[f], {}, {}, {}};
+      results.clear();
+      for (int q = 0; q < 6; ++q) {
+        const int F = static_cast<int>(f);
+        ComplexArrays& values = results.quantities[asSize(q)];
+        forEachElement(f, q, [&](int s, int k, int i, std::size_t e) {
+          values.AMP[e] = mark({L, F, q, s, k, i, 1});
+          values.ANGLE[e] = mark({L, F, q, s, k, i, 2});
+          values.RE[e] = mark({L, F, q, s, k, i, 3});
+          values.IM[e] = mark({L, F, q, s, k, i, 4});
+        });
+      }
+      files.writeFamily(L, static_cast<Family>(f), results);
     }
   }
   files.close();
@@ -74,103 +63,63 @@ TEST(ForcedResultFiles, EveryValueOfAFamilyStandsAtTheRecordOfItsPlace) {
   const std::array<std::string, 6> endings = {"Deflection.bin", "Velocity.bin",
                                               "Accele.bin",     "Torque.bin",
                                               "Stress.bin",     "DampingTorque.bin"};
-  for (int f = 0; f < 6; ++f) {
+  for (std::size_t f = 0; f < 6; ++f) {
     for (int q = 0; q < 6; ++q) {
-      const std::string name =
-          words[static_cast<std::size_t>(f)] + endings[static_cast<std::size_t>(q)];
-      const auto records = readRecords(directory.path() / name);
-      const int P = q < 3 ? kInertias : kShafts;
-      const int S = kSources[static_cast<std::size_t>(f)];
-      const int NO = kOrders[static_cast<std::size_t>(f)];
-      const int E = S * NO * P;
-      ASSERT_EQ(records.size(), static_cast<std::size_t>(4 * E * kLoadCases)) << name;
-      int wrong = 0;
+      const std::string name = words[f] + endings[asSize(q)];
+      std::vector<double> expected;
       for (int L = 1; L <= kLoadCases; ++L) {
-        for (int s = 1; s <= S; ++s) {
-          for (int k = 1; k <= NO; ++k) {
-            for (int i = 1; i <= P; ++i) {
-              const int e = (s - 1) * NO * P + (k - 1) * P + i;
-              for (int c = 1; c <= 4; ++c) {
-                const int r = ((L - 1) * E + e - 1) * 4 + c;
-                wrong += records[static_cast<std::size_t>(r - 1)] != mark(L, f, q, s, k, i, c);
-              }
-            }
+        forEachElement(f, q, [&](int s, int k, int i, std::size_t) {
+          for (int component = 1; component <= 4; ++component) {
+            expected.push_back(mark({L, static_cast<int>(f), q, s, k, i, component}));
           }
-        }
+        });
       }
-      EXPECT_EQ(wrong, 0) << name;
+      EXPECT_TRUE(readRecords(directory.file(name)) == expected) << name;
     }
   }
 }
 
-TEST(ForcedResultFiles, PointsAndWaveformsFollowTheLoadCases) {
-  const TemporaryDirectory directory;
-  writeInto(directory);
-  ForcedResultFiles files({.isAngleBased = true});
-  Waveforms waveforms;
-  for (int L = 1; L <= 2; ++L) {
-    files.writePoints(L, results::resultFile("NominalTorque.bin"),
-                      std::vector<double>{10.0 * L + 1, 10.0 * L + 2});
-    files.writePoints(L, results::resultFile("ResultantTorque.bin"), std::vector<double>{1, 2});
-    for (int q = 0; q < 6; ++q) {
-      const int points = q < 3 ? kInertias : kShafts;
-      waveforms[0].clear();
-      for (int j = 1; j <= points; ++j) {
-        for (int m = 1; m <= 360; ++m) {
-          waveforms[0].push_back(mark(L, 0, q, 0, j, m / 100, m % 100));
-        }
-      }
-      files.writeWaveforms(L, static_cast<Quantity>(q), points, waveforms);
+/// The waveforms of diesel and propeller make up the synthesis, point by point; a family without
+/// sources stands still.
+TEST(ForcedResultFiles, WaveformsFollowTheLoadCasesAndPoints) {
+  const SolverRun ship("OUTPUTANGLEBASEDRESULTS\n" + exampleInput("two-stroke-ship"), 2);
+  const SolverRun genset("OUTPUTANGLEBASEDRESULTS\n" + exampleInput("v-genset"), 2);
+  for (const auto& [word, sum] : {std::pair<std::string, const char*>{"AngularDef", "Deflection"},
+                                  {"AngularVel", "Velocity"},
+                                  {"AngularAcce", "Acceleration"},
+                                  {"Torque", "Torque"},
+                                  {"Stress", "Stress"}}) {
+    const auto diesel = ship.records(word + "AngleBasedDiesel.bin");
+    const auto propeller = ship.records(word + "AngleBasedPropeller.bin");
+    const auto synthesis = ship.records("Synthesis" + std::string(sum) + ".bin");
+    ASSERT_EQ(diesel.size(), 360 * synthesis.size());
+    ASSERT_EQ(propeller.size(), diesel.size());
+    for (std::size_t at = 0; at < synthesis.size(); ++at) {
+      const auto range = [&](std::span<const double> waveform) {
+        const auto [low, high] = std::ranges::minmax(waveform.subspan(360 * at, 360));
+        return high - low;
+      };
+      EXPECT_EQ((range(diesel) + range(propeller)) / 2, synthesis[at]) << word << at;
     }
-  }
-  files.close();
-  EXPECT_EQ(readRecords(directory.path() / "NominalTorque.bin"),
-            (std::vector<double>{11, 12, 21, 22}));
-  EXPECT_FALSE(std::filesystem::exists(directory.path() / "ResultantTorque.bin"));
-  const std::array<std::string, 5> words = {"AngularDef", "AngularVel", "AngularAcce", "Torque",
-                                            "Stress"};
-  for (int q = 0; q < 5; ++q) {
-    const std::string& word = words[static_cast<std::size_t>(q)];
-    const auto records = readRecords(directory.path() / (word + "AngleBasedDiesel.bin"));
-    const int P = q < 3 ? kInertias : kShafts;
-    ASSERT_EQ(records.size(), static_cast<std::size_t>(2 * P * 360)) << word;
-    for (const auto& [L, j, m] : {std::tuple{1, 1, 1}, std::tuple{1, 2, 199}, std::tuple{2, 1, 360},
-                                  std::tuple{2, P, 360}}) {
-      const int r = ((L - 1) * P + j - 1) * 360 + m;
-      EXPECT_EQ(records[static_cast<std::size_t>(r - 1)], mark(L, 0, q, 0, j, m / 100, m % 100))
-          << word;
-    }
-    // Propellers that don't excite stand still, and have their records.
-    EXPECT_EQ(readRecords(directory.path() / (word + "AngleBasedPropeller.bin")),
-              std::vector<double>(static_cast<std::size_t>(2 * P * 360)));
+    const std::size_t records = genset.records(word + "AngleBasedDiesel.bin").size();
+    EXPECT_EQ(genset.records(word + "AngleBasedPropeller.bin"), std::vector<double>(records));
   }
 }
 
 TEST(ForcedResultFiles, OnlyTheFilesThatTheModelCallsForAreMade) {
-  struct Case {
-    ResultConditions conditions;
-    std::size_t files;
-  };
   // 30 of the families, 8 of the load cases; 6 + 2 with damping torque, 6 + 1 in ice, 10 over
   // angle.
-  for (const auto& [conditions, files] :
-       {Case{{false, false, false}, 38}, Case{{true, false, false}, 46},
-        Case{{false, true, false}, 44}, Case{{true, true, false}, 53},
-        Case{{false, false, true}, 48}, Case{{true, true, true}, 63}}) {
-    const TemporaryDirectory directory;
-    writeInto(directory);
+  for (const auto& [conditions, files] : {std::pair{ResultConditions{false, false, false}, 38U},
+                                          {{true, false, false}, 46},
+                                          {{false, true, false}, 44},
+                                          {{true, true, false}, 53},
+                                          {{false, false, true}, 48},
+                                          {{true, true, true}, 63}}) {
+    const ReadModel directoryOfResults;
     ForcedResultFiles(conditions).close();
-    EXPECT_EQ(filesIn(directory.path()).size(), files);
+    EXPECT_EQ(filesIn(directoryOfResults.directory().path()).size(), files);
   }
 }
 
-TEST(ForcedResultFiles, AFileThatCannotBeOpenedStopsTheRunByName) {
-  const TemporaryDirectory directory;
-  writeInto(directory);
-  std::filesystem::create_directory(directory.path() / "GeneratorStress.bin");
-  EXPECT_THAT([] { ForcedResultFiles files({}); },
-              testing::ThrowsMessage<RunStopped>(testing::HasSubstr("GeneratorStress.bin")));
-}
-
 }  // namespace
-}  // namespace verenwick
+}  // namespace verenwick::test
