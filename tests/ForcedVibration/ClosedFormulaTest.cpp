@@ -290,7 +290,6 @@ TEST(ClosedFormula, MachinesShakeTheLineWithTheirHarmonicTorques) {
   for (const Case& c : {
            Case{
                "ElectricMotor", "\n30 200 1500 0 700 3" + machine, 900, slots(3, torque), {{0, 0}}},
-           {"ElectricMotor", "\n30 200 1500 0 700 0" + machine, 900, slots(0, torque), {{0, 0}}},
            {"ElectricMotor", "\n30 200 1500 1 700 4" + machine, 700, slots(4, rated), {{0, 0}}},
            {"Generator", "\n30 200 1500 1" + machine, 900, slots(1, torque), {{0, 0}}},
            {"CentrifugalPump", "\n30 200 1500 4 40" + machine, 900, slots(4, torque), {{0, 40}}},

@@ -21,40 +21,21 @@ using testing::HasSubstr;
 using testing::IsNan;
 using testing::Not;
 
-/// A four-stroke V engine of 60 degrees.
-constexpr const char* kVEngine = R"(
-DIESEL 1 V
-1000 1000 4 6 0 1 60 0 1.2
-3 4 5 6 7 8
-0 480 240 600 120 360
-60 540 300 660 180 420
-1 1 1 1 1 1
-1 1 1 1 1 1
-100 100 100 100 100 100
-100 100 100 100 100 100
-105 137 0.33 2.5 90 1 0 0
-150 110 1 1 16 3 45
-45 1 -8 60 130 140 220
-)";
+/// An engine on the six cylinders of the line.
+/// @param head  id, name, power, speed, strokes and what follows these
+/// @param banks firing angles of bank A and of bank B, degrees
+std::string engine(const std::string& head, const std::string& banks) {
+  return "DIESEL " + head + "\n3 4 5 6 7 8\n" + banks +
+         "\n1 1 1 1 1 1\n1 1 1 1 1 1\n100 100 100 100 100 100\n100 100 100 100 100 100\n"
+         "105 137 0.33 2.5 90 1 0 0\n150 110 1 1 16 3 45\n45 1 -8 60 130 140 220\n";
+}
 
-/// A two-stroke engine in line, its cranks unevenly set.
-constexpr const char* kTwoStrokeEngine = R"(
-DIESEL 2 Row
-1000 1000 2 6 0 0 0 0 1.2
-3 4 5 6 7 8
-0 241 119 123 237 11
-0 241 119 123 237 11
-1 1 1 1 1 1
-1 1 1 1 1 1
-100 100 100 100 100 100
-100 100 100 100 100 100
-105 137 0.33 2.5 90 1 0 0
-150 110 1 1 16 3 45
-45 1 -8 60 130 140 220
-)";
-
+/// A four-stroke V engine of 60 degrees and a two-stroke one of uneven cranks share the throws.
 TEST(VectorSums, AddTheCylindersOfEveryEngineTurnedByOrderTimesFiringAngle) {
-  const SolverRun run(kSixCylinderLine + kVEngine + kTwoStrokeEngine);
+  const SolverRun run(
+      kSixCylinderLine +
+      engine("1 V\n1000 1000 4 6 0 1 60 0 1.2", "0 480 240 600 120 360\n60 540 300 660 180 420") +
+      engine("2 Row\n1000 1000 2 6 0 0 0 0 1.2", "0 241 119 123 237 11\n0 241 119 123 237 11"));
   ASSERT_EQ(run.status(), 1) << run.log();
   const auto sums = run.records("VectorSum.bin");
   const auto speeds = run.records("VectorSumRpm.bin");
