@@ -13,11 +13,8 @@ ReadModel::ReadModel() {
 ReadModel::ReadModel(std::string inputText) : ReadModel() { read(std::move(inputText)); }
 
 void ReadModel::read(std::string inputText) {
-  const std::string here = "@DIR@";
-  for (auto at = inputText.find(here); at != std::string::npos; at = inputText.find(here)) {
-    inputText.replace(at, here.size(), directory_.path().string());
-  }
-  isOk_ = READINPUTFILE(directory_.write("input.txt", inputText), model);
+  const std::string text = replaced(std::move(inputText), "@DIR@", directory_.path().string());
+  isOk_ = READINPUTFILE(directory_.write("input.txt", text), model);
 }
 
 }  // namespace verenwick::test

@@ -37,6 +37,13 @@ std::string readText(const fs::path& path) {
   return text.str();
 }
 
+std::string replaced(std::string text, const std::string& piece, const std::string& by) {
+  for (auto at = text.find(piece); at != std::string::npos; at = text.find(piece, at + by.size())) {
+    text.replace(at, piece.size(), by);
+  }
+  return text;
+}
+
 std::vector<double> readRecords(const fs::path& path) {
   const std::string bytes = readText(path);
   std::vector<double> values(bytes.size() / sizeof(double));
@@ -46,14 +53,9 @@ std::vector<double> readRecords(const fs::path& path) {
 }
 
 std::string exampleInput(const std::string& plant) {
-  std::string text = readText(fs::path(VERENWICK_EXAMPLES) / plant / "input.txt");
-  const std::string here = "examples/" + plant + "/";
-  const std::string there = (fs::path(VERENWICK_EXAMPLES) / plant).string() + "/";
-  for (auto at = text.find(here); at != std::string::npos;
-       at = text.find(here, at + there.size())) {
-    text.replace(at, here.size(), there);
-  }
-  return text;
+  const fs::path directory = fs::path(VERENWICK_EXAMPLES) / plant;
+  return replaced(readText(directory / "input.txt"), "examples/" + plant + "/",
+                  directory.string() + "/");
 }
 
 std::vector<std::string> filesIn(const fs::path& directory) {
@@ -68,8 +70,7 @@ std::vector<std::string> filesIn(const fs::path& directory) {
 std::int32_t callSolver(const std::string& inputDir, const std::string& inputName,
                         const std::string& resultDir, std::int32_t mode) {
   const auto packed = [](const std::string& text) {
-    std::vector<std::int32_t> characters(text.begin(), text.end());
-    return characters;
+    return std::vector<std::int32_t>(text.begin(), text.end());
   };
   const auto dir = packed(inputDir);
   const auto name = packed(inputName);
@@ -88,11 +89,8 @@ SolverRun::SolverRun(std::string inputText, std::int32_t mode) {
 }
 
 void SolverRun::start(std::string inputText, std::int32_t mode) {
-  const std::string here = "@DIR@";
-  for (auto at = inputText.find(here); at != std::string::npos; at = inputText.find(here)) {
-    inputText.replace(at, here.size(), directory_.path().string());
-  }
-  directory_.write("input.txt", inputText);
+  directory_.write("input.txt",
+                   replaced(std::move(inputText), "@DIR@", directory_.path().string()));
   fs::create_directory(results());
   status_ = callSolver(directory_.path().string(), "input.txt", results().string(), mode);
 }

@@ -27,6 +27,8 @@ class TemporaryDirectory {
 };
 
 std::string readText(const std::filesystem::path& path);
+/// The text with every occurrence of one piece replaced by another.
+std::string replaced(std::string text, const std::string& piece, const std::string& by);
 /// All records of a direct-access file.
 std::vector<double> readRecords(const std::filesystem::path& path);
 /// The input text of an example plant, the paths of its data files made absolute.
