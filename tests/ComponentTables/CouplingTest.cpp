@@ -16,23 +16,15 @@ TEST(ProgressiveCoupling, StiffensAlongItsPointsAndBeyondThem) {
   ALLOCATE_PROGRESSIVECOUPLING_TABLE(table, 1);
   table.at(1).NOMINALTORQUE = {0.0, 1000.0, 2000.0, 3000.0, 4000.0};
   table.at(1).NOMINALSTIFFNESS = {10e3, 20e3, 40e3, 80e3, 90e3};
-  struct Case {
-    double torque;     // N m
-    double stiffness;  // N m/rad
-  };
-  for (const Case& c : {Case{0.0, 10e3},
-                        {1000.0, 20e3},
-                        {2000.0, 40e3},
-                        {3000.0, 80e3},
-                        {4000.0, 90e3},
-                        {500.0, 15e3},
-                        {1500.0, 30e3},
-                        {2250.0, 50e3},
-                        {3500.0, 85e3},
-                        {5000.0, 100e3},
-                        {-1000.0, 0.0}}) {
-    EXPECT_DOUBLE_EQ(GET_PROGRESSIVECOUPLING_STIFFNESSDYNAMIC(table, 1, c.torque), c.stiffness)
-        << c.torque;
+  for (const auto& [torque, stiffness] : {std::pair{0.0, 10e3},
+                                          {500.0, 15e3},
+                                          {1000.0, 20e3},
+                                          {2250.0, 50e3},
+                                          {3500.0, 85e3},
+                                          {5000.0, 100e3},
+                                          {-1000.0, 0.0}}) {
+    EXPECT_DOUBLE_EQ(GET_PROGRESSIVECOUPLING_STIFFNESSDYNAMIC(table, 1, torque), stiffness)
+        << torque;
   }
 }
 
@@ -47,88 +39,62 @@ TEST(Couplings, DampAsTheMagnifierOfTheirShaftSays) {
   progressive.at(1).NOMINALSTIFFNESS = {10e3, 90e3, 90e3, 90e3, 90e3};
   progressive.at(1).SPEED = kRpmOf100RadiansPerSecond;
   progressive.at(1).TORQUE = 500.0;
-  // 50 kN m/rad / (5 x 100 rad/s x 2)
+  // 50 kN m/rad / (5 x 100 rad/s x q)
   EXPECT_NEAR(CALCULATE_LINEARCOUPLING_DAMPING(linear, 1, 5.0, 2.0), 50.0, 1e-12);
   EXPECT_NEAR(CALCULATE_PROGRESSIVECOUPLING_DAMPING(progressive, 1, 5.0, 2.0), 50.0, 1e-12);
-  EXPECT_EQ(CALCULATE_LINEARCOUPLING_DAMPING(linear, 1, 0.0, 2.0), 0.0);
-  EXPECT_EQ(CALCULATE_PROGRESSIVECOUPLING_DAMPING(progressive, 1, 0.0, 2.0), 0.0);
-  CALCULATE_LINEARCOUPLING_LOADCASESETTING(linear, 1, 5.0);
-  CALCULATE_PROGRESSIVECOUPLING_LOADCASESETTING(progressive, 1, 5.0);
-  EXPECT_EQ(linear.at(1).STIFFNESS, 50e3);
-  EXPECT_NEAR(linear.at(1).DAMPING, 100.0, 1e-12);
-  EXPECT_EQ(progressive.at(1).STIFFNESS, 50e3);
-  EXPECT_NEAR(progressive.at(1).DAMPING, 100.0, 1e-12);
-}
-
-/// Reference frequency 40 x 100 / 40 = 100 rad/s, so that the order of this excitation speed is the
-/// relative frequency.
-GEISLINGERCOUPLING_TABLE geislingerCoupling(std::int32_t damping, std::int32_t oilSupply,
-                                            std::int32_t design) {
-  GEISLINGERCOUPLING_TABLE table;
-  ALLOCATE_GEISLINGERCOUPLING_TABLE(table, 1);
-  GEISLINGERCOUPLING_RECORD& coupling = table.at(1);
-  coupling.DAMPINGTYPE = damping;
-  coupling.OILSUPPLYTYPE = oilSupply;
-  coupling.DESIGNTYPE = design;
-  coupling.STATICSTIFFNESS = 200e3;
-  coupling.CHARACTERISTICFREQUENCY = 100.0;
-  coupling.OILVISCOSITY = 40.0;
-  coupling.SPEEDEXCITATION = kRpmOf100RadiansPerSecond;
-  coupling.NOMINALTORQUE = 5000.0;
-  coupling.TORQUE = 2500.0;
-  return table;
-}
-
-double geislingerStiffness(double r) {
-  return CALCULATE_GEISLINGERCOUPLING_STIFFNESSDYNAMIC(geislingerCoupling(1, 1, 0), 1, r);
-}
-
-/// Relative damping: damping times frequency over dynamic stiffness.
-double relativeDamping(const GEISLINGERCOUPLING_TABLE& table, double r) {
-  return CALCULATE_GEISLINGERCOUPLING_DAMPING(table, 1, 0.0, r) * 100 * r /
-         CALCULATE_GEISLINGERCOUPLING_STIFFNESSDYNAMIC(table, 1, r);
-}
-
-TEST(GeislingerCoupling, StiffensWithTheExcitationFrequency) {
-  EXPECT_EQ(geislingerStiffness(0.0), 200e3);
-  EXPECT_EQ(geislingerStiffness(-1.0), 200e3);
-  EXPECT_NEAR(geislingerStiffness(0.5) / 200e3, 1.185, 1e-7);
-  EXPECT_NEAR(geislingerStiffness(2.0) / 200e3, 1.64, 1e-7);
-  // Both pieces meet at the reference frequency.
-  EXPECT_NEAR(geislingerStiffness(1 - 1e-9), geislingerStiffness(1 + 1e-9), 0.01);
-}
-
-TEST(GeislingerCoupling, DampsByItsOilSupplyAndDesign) {
-  const GEISLINGERCOUPLING_TABLE pressurized = geislingerCoupling(1, 1, 0);
-  EXPECT_NEAR(relativeDamping(pressurized, 0.1), 0.13, 1e-7);
-  EXPECT_NEAR(relativeDamping(pressurized, 0.6), 0.5, 1e-7);
-  EXPECT_NEAR(relativeDamping(pressurized, 3.0), 0.7, 1e-7);
-  for (const double joint : {0.3, 1.0}) {
-    EXPECT_NEAR(relativeDamping(pressurized, joint - 1e-7),
-                relativeDamping(pressurized, joint + 1e-7), 1e-6);
+  for (const auto& [magnifier, damping] : {std::pair{5.0, 100.0}, {0.0, 0.0}}) {
+    CALCULATE_LINEARCOUPLING_LOADCASESETTING(linear, 1, magnifier);
+    CALCULATE_PROGRESSIVECOUPLING_LOADCASESETTING(progressive, 1, magnifier);
+    EXPECT_EQ(linear.at(1).STIFFNESS, 50e3);
+    EXPECT_NEAR(linear.at(1).DAMPING, damping, 1e-12);
+    EXPECT_EQ(progressive.at(1).STIFFNESS, 50e3);
+    EXPECT_NEAR(progressive.at(1).DAMPING, damping, 1e-12);
   }
-  // Without pressure the load of one half counts, and the frequency doesn't.
-  for (const double r : {0.2, 5.0}) {
-    EXPECT_NEAR(relativeDamping(geislingerCoupling(1, 2, 1), r), 0.058 + 0.065 + 0.0275, 1e-7);
-    EXPECT_NEAR(relativeDamping(geislingerCoupling(1, 2, 2), r), 0.032 + 0.00345 + 0.01375, 1e-7);
-  }
-  EXPECT_EQ(relativeDamping(geislingerCoupling(1, 2, 0), 0.5), 0.0);
-  EXPECT_EQ(relativeDamping(geislingerCoupling(1, 0, 1), 0.5), 0.0);
-  EXPECT_EQ(relativeDamping(geislingerCoupling(0, 1, 1), 0.5), 0.0);
-  // 0.5 x (1.222 x 200 kN m/rad) / 60 rad/s
-  EXPECT_NEAR(CALCULATE_GEISLINGERCOUPLING_DAMPING(pressurized, 1, 0.0, 0.6), 2036.667, 1e-3);
 }
 
-TEST(GeislingerCoupling, DampsByTheMagnifierWhereThatIsAsked) {
-  GEISLINGERCOUPLING_TABLE table = geislingerCoupling(2, 1, 1);
-  // Loss factor 1 / sqrt(2^2 - 1)
-  EXPECT_NEAR(CALCULATE_GEISLINGERCOUPLING_DAMPING(table, 1, 2.0, 0.5),
-              1.185 * 200e3 / 50 / std::sqrt(3.0), 1e-2);
-  EXPECT_EQ(CALCULATE_GEISLINGERCOUPLING_DAMPING(table, 1, 0.0, 0.5), 0.0);
-  EXPECT_TRUE(std::isinf(CALCULATE_GEISLINGERCOUPLING_DAMPING(table, 1, 1.0, 0.5)));
-  CALCULATE_GEISLINGERCOUPLING_LOADCASESETTING(table, 1, 2.0, 0.5);
-  EXPECT_NEAR(table.at(1).STIFFNESS, 1.185 * 200e3, 1e-2);
-  EXPECT_NEAR(table.at(1).DAMPING, 1.185 * 200e3 / 50 / std::sqrt(3.0), 1e-2);
+TEST(GeislingerCoupling, StiffensAndDampsByFrequencyOilAndLoad) {
+  struct Case {
+    std::int32_t damping, oilSupply, design;
+    double magnifier;
+    double r;          ///< frequency over the reference frequency
+    double stiffness;  ///< dynamic over static
+    double relative;   ///< damping times frequency over dynamic stiffness
+  };
+  for (const Case& c : {Case{1, 1, 0, 0.0, 0.1, 1.037, 0.13},  // with oil pressure
+                        {1, 1, 0, 0.0, 0.2999, 1.110963, 0.34989},
+                        {1, 1, 0, 0.0, 0.3001, 1.111037, 0.35005},
+                        {1, 1, 0, 0.0, 0.6, 1.222, 0.5},
+                        {1, 1, 0, 0.0, 0.9999, 1.369963, 0.69995},
+                        {1, 1, 0, 0.0, 3.0, 1.91, 0.7},
+                        // Without pressure the load of one half counts, and the frequency doesn't.
+                        {1, 2, 1, 0.0, 0.2, 1.074, 0.058 + 0.065 + 0.0275},
+                        {1, 2, 1, 0.0, 5.0, 2.45, 0.058 + 0.065 + 0.0275},
+                        {1, 2, 2, 0.0, 5.0, 2.45, 0.032 + 0.00345 + 0.01375},
+                        {1, 2, 0, 0.0, 0.5, 1.185, 0.0},
+                        {1, 0, 1, 0.0, 0.5, 1.185, 0.0},
+                        {0, 1, 1, 0.0, 0.5, 1.185, 0.0},
+                        // By a magnifier the loss factor is 1 / sqrt(2^2 - 1).
+                        {2, 1, 1, 2.0, 0.5, 1.185, 1 / std::sqrt(3.0)},
+                        {2, 1, 1, 0.0, 0.5, 1.185, 0.0}}) {
+    GEISLINGERCOUPLING_TABLE table;
+    ALLOCATE_GEISLINGERCOUPLING_TABLE(table, 1);
+    GEISLINGERCOUPLING_RECORD& coupling = table.at(1);
+    coupling.DAMPINGTYPE = c.damping;
+    coupling.OILSUPPLYTYPE = c.oilSupply;
+    coupling.DESIGNTYPE = c.design;
+    coupling.STATICSTIFFNESS = 200e3;
+    // The reference frequency is 40 x 200 / 80 = 100 rad/s, the speed of excitation.
+    coupling.CHARACTERISTICFREQUENCY = 200.0;
+    coupling.OILVISCOSITY = 80.0;
+    coupling.SPEEDEXCITATION = kRpmOf100RadiansPerSecond;
+    coupling.NOMINALTORQUE = 5000.0;
+    coupling.TORQUE = 2500.0;
+    CALCULATE_GEISLINGERCOUPLING_LOADCASESETTING(table, 1, c.magnifier, c.r);
+    EXPECT_NEAR(coupling.STIFFNESS / 200e3, c.stiffness, 1e-7) << c.r;
+    EXPECT_NEAR(coupling.DAMPING * 100 * c.r / coupling.STIFFNESS, c.relative, 1e-7) << c.r;
+    EXPECT_EQ(CALCULATE_GEISLINGERCOUPLING_STIFFNESSDYNAMIC(table, 1, 0.0), 200e3);
+    EXPECT_EQ(CALCULATE_GEISLINGERCOUPLING_STIFFNESSDYNAMIC(table, 1, -1.0), 200e3);
+  }
 }
 
 }  // namespace

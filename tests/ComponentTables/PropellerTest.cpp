@@ -1,100 +1,86 @@
 #include <gtest/gtest.h>
 
-#include "ComponentTables/Global_Propeller.h"
+#include "InputAndChecking/DataFiles.h"
+#include "Matrices/LoadCaseSetting.h"
 #include "Support/ReadModel.h"
 
 namespace verenwick {
 namespace {
 
+using test::ReadModel;
+
 constexpr double kTwoPi = 2 * 3.141592653589793;
 
-PROPELLER_TABLE oneSixMetrePropeller() {
-  PROPELLER_TABLE table;
-  ALLOCATE_PROPELLER_TABLE(table, 1);
+/// A six-metre propeller of 9000 kW at 120 rpm at half that power and 90 rpm.
+class Propeller : public testing::Test {
+ protected:
+  Propeller()
+      : read(
+            "INERTIA 1 1 100 0 0\nINERTIA 2 1 50 0 0\nSHAFT 1 1 2 1 1e6 0 0 0 0 0 0\n"
+            "PROPELLER 1\n2 9000 120 4 20000 5000 0\n1200 6000 0.8 0.6 1 70 0\n"
+            "ARCHER 30 0 0 5 1 0 0\n0\nLOADCASE\nRPM 1\nPROPELLER\n90 4500\n") {
+    EXPECT_TRUE(read.isOk()) << read.log();
+    LOADCASESETTING(read.model, 1);
+  }
+  double dampingBy(PropellerDamping method) {
+    p.DAMPINGMETHOD = static_cast<std::int32_t>(method);
+    return CALCULATE_PROPELLER_ABSDAMPING(table, 1);
+  }
+  ReadModel read;
+  PROPELLER_TABLE& table = read.model.propeller;
   PROPELLER_RECORD& p = table.at(1);
-  p.MCRPOWER = 9.0e6;
-  p.MCRSPEED = 120.0;
-  p.MCRTORQUE = 9.0e6 / (kTwoPi * 2);
-  p.POWER = 4.5e6;
-  p.SPEED = 90.0;
-  p.TORQUE = 4.5e6 / (kTwoPi * 1.5);
-  p.NBLADE = 4;
-  p.DB = 1.2;
-  p.DI = 6.0;
-  p.PITCHRATIO = 0.8;
-  p.EXPAREARATIO = 0.6;
-  p.INERTIAAIR = 20000.0;
-  p.INERTIAWATER = 5000.0;
-  p.ISFIXEDPITCH = true;
-  p.PITCHPERCENT = 0.7;
-  p.ARCHERNUMBER = 30.0;
-  p.FRAHMNUMBER = 2.5;
-  p.DYNMAGNIFIER = 12.0;
-  return table;
-}
+};
 
-double dampingBy(PROPELLER_TABLE& table, PropellerDamping method) {
-  SET_PROPELLER_DAMPINGMETHOD(table, 1, static_cast<std::int32_t>(method));
-  const double damping = CALCULATE_PROPELLER_ABSDAMPING(table, 1);
-  EXPECT_EQ(GET_PROPELLER_ABSDAMPING(table, 1), damping);
-  return damping;
-}
-
-// All in N m s/rad.
-TEST(PropellerDamping, FollowsTheLawOfItsMethod) {
-  PROPELLER_TABLE table = oneSixMetrePropeller();
-  // D / Db = 5, q = 2: 2/40 + 2/300 - 2/375 + atan(2)/8 = 0.1897269, times 4.271 x 6^5 x 0.64 x
-  // 0.6 x 90 rpm.
-  const double plain = dampingBy(table, PropellerDamping::schwanecke);
-  EXPECT_NEAR(plain, 217765.221, 0.01);
-  // Pitch counts for a controllable pitch propeller only, and not above the full pitch.
-  SET_PROPELLER_ISDUCTED(table, 1, true);
-  EXPECT_NEAR(dampingBy(table, PropellerDamping::schwanecke), 1.3 * plain, 1e-7 * plain);
-  SET_PROPELLER_ISFIXEDPITCH(table, 1, false);
-  EXPECT_NEAR(dampingBy(table, PropellerDamping::schwanecke), 0.91 * plain, 1e-7 * plain);
-  SET_PROPELLER_PITCHPERCENT(table, 1, 1.1);
-  EXPECT_NEAR(dampingBy(table, PropellerDamping::schwanecke), 1.3 * plain, 1e-7 * plain);
-
+// Damping in N m s/rad.
+TEST_F(Propeller, DampsByTheLawOfItsMethod) {
   // 30 x 477464.8 N m / 90 rpm
-  EXPECT_NEAR(dampingBy(table, PropellerDamping::archer), 159154.943, 1e-3);
+  CALCULATE_PROPELLER_LOADCASESETTING(table, 1);
+  EXPECT_NEAR(p.DAMPING, 159154.943, 1e-3);
+  EXPECT_EQ(p.BLADEFREQUENCY, 360.0);
+  EXPECT_NEAR(p.TORQUEAMP1, 23873.241, 1e-3);
+  EXPECT_NEAR(p.TORQUEAMP2, 4774.648, 1e-3);
+  // D / Db = 5, q = 2: 2/40 + 2/300 - 2/375 + atan(2)/8 = 0.1897269, times 4.271 x
+  // 6^5 x 0.64 x 0.6 x 90 rpm.
+  constexpr double kPlain = 217765.221;
+  EXPECT_NEAR(dampingBy(PropellerDamping::schwanecke), kPlain, 0.01);
+  // Pitch counts for a controllable pitch propeller only, and not above the full pitch.
+  p.ISDUCTED = true;
+  EXPECT_NEAR(dampingBy(PropellerDamping::schwanecke), 1.3 * kPlain, 1e-7 * kPlain);
+  p.ISFIXEDPITCH = false;
+  EXPECT_NEAR(dampingBy(PropellerDamping::schwanecke), 0.91 * kPlain, 1e-7 * kPlain);
+  p.PITCHPERCENT = 1.1;
+  EXPECT_NEAR(dampingBy(PropellerDamping::schwanecke), 1.3 * kPlain, 1e-7 * kPlain);
+  p.FRAHMNUMBER = 2.5;
   // 2.5 x (716197.24 / 9.549296) / 120^2 x 91.25 x 90 rpm
-  EXPECT_NEAR(dampingBy(table, PropellerDamping::frahm), 106933.597, 0.01);
+  EXPECT_NEAR(dampingBy(PropellerDamping::frahm), 106933.597, 0.01);
+  p.DYNMAGNIFIER = 12.0;
   // (20000 + 5000) kg m2 x 9.424778 rad/s / 12
-  EXPECT_NEAR(dampingBy(table, PropellerDamping::manual), 19634.954, 1e-3);
-  SET_PROPELLER_DYNMAGNIFIER(table, 1, 0.0);
-  EXPECT_EQ(dampingBy(table, PropellerDamping::manual), 0.0);
-  EXPECT_EQ(dampingBy(table, PropellerDamping{0}), 0.0);
+  EXPECT_NEAR(dampingBy(PropellerDamping::manual), 19634.954, 1e-3);
+  p.DYNMAGNIFIER = 0.0;
+  EXPECT_EQ(dampingBy(PropellerDamping::manual), 0.0);
+  EXPECT_EQ(dampingBy(PropellerDamping{0}), 0.0);
 }
 
-TEST(PropellerDamping, GrowsWithTheSpeedUpToTheKnuckle) {
-  PROPELLER_TABLE table = oneSixMetrePropeller();
-  PROPELLER_RECORD& p = table.at(1);
+TEST_F(Propeller, VariableDampingGrowsWithTheSpeedUpToTheKnuckle) {
   p.DYNMAGNIFIERFORKNUCKLEPOINT = 8.0;
   p.KNUCKLEPOINT = 60.0;  // 72 rpm
   const auto magnifierAt = [&](double rpm) {
     p.SPEED = rpm;
-    const double damping = dampingBy(table, PropellerDamping::variable);
+    const double damping = dampingBy(PropellerDamping::variable);
     EXPECT_NEAR(damping, 25000 * rpm * kTwoPi / 60 / p.DYNMAGNIFIER, 1e-9 * damping) << rpm;
     return p.DYNMAGNIFIER;
   };
   EXPECT_NEAR(magnifierAt(36.0), 16.0, 1e-12);
-  EXPECT_NEAR(magnifierAt(71.999), 8.0, 2e-4);
   EXPECT_EQ(magnifierAt(72.0), 8.0);
   EXPECT_EQ(magnifierAt(110.0), 8.0);
   // Each speed is answered afresh, whatever magnifier the last one has left.
   EXPECT_NEAR(magnifierAt(18.0), 32.0, 1e-12);
-  p.KNUCKLEPOINT = 0.0;
-  EXPECT_EQ(magnifierAt(1.0), 8.0);
   p.DYNMAGNIFIERFORKNUCKLEPOINT = 0.0;
-  p.DYNMAGNIFIER = 5.0;
-  EXPECT_EQ(dampingBy(table, PropellerDamping::variable), 0.0);
-  EXPECT_EQ(p.DYNMAGNIFIER, 5.0);
+  EXPECT_EQ(dampingBy(PropellerDamping::variable), 0.0);
+  EXPECT_NEAR(p.DYNMAGNIFIER, 32.0, 1e-12);
 }
 
-TEST(Propeller, TakesEntrainedWaterByLoadCase) {
-  const test::ReadModel logDirectory;
-  PROPELLER_TABLE table = oneSixMetrePropeller();
-  PROPELLER_RECORD& p = table.at(1);
+TEST_F(Propeller, TakesEntrainedWaterByLoadCase) {
   const auto inertia = [&](bool isFree, std::int32_t loadCase) {
     CALCULATE_PROPELLER_INERTIATOTAL(isFree, table, 1, loadCase);
     return p.INERTIATOTAL;
@@ -107,65 +93,39 @@ TEST(Propeller, TakesEntrainedWaterByLoadCase) {
   EXPECT_EQ(inertia(false, 2), 26000.0);
   EXPECT_EQ(inertia(true, 2), 25000.0);
   EXPECT_EQ(inertia(false, 3), 25000.0);
-  EXPECT_EQ(logDirectory.log(),
+  EXPECT_EQ(read.log(),
             " Error occurs when setting variable propeller entrained water inertia at "
             "Propeller!\n");
 }
 
-TEST(Propeller, EstimatesMissingEntrainedWater) {
-  PROPELLER_TABLE table = oneSixMetrePropeller();
-  const auto estimate = [&] {
-    CALCULATE_PROPELLER_INERTIAWATER(table, 1);
-    return GET_PROPELLER_INERTIAWATER(table, 1);
-  };
-  EXPECT_EQ(estimate(), 5000.0);
-  SET_PROPELLER_INERTIAWATER(table, 1, 0.0);
+TEST_F(Propeller, EstimatesMissingEntrainedWater) {
+  CALCULATE_PROPELLER_INERTIAWATER(table, 1);
+  EXPECT_EQ(p.INERTIAWATER, 5000.0) << "given";
+  p.INERTIAWATER = 0.0;
+  CALCULATE_PROPELLER_INERTIAWATER(table, 1);
   // (1/6 - 0.5 x 0.04 + 0.008/3) x 512.5 x 7776 / (4 pi) x 0.64 x 0.36 kg m2
-  EXPECT_NEAR(estimate(), 0.14933333 * 512.5 * 7776 / (2 * kTwoPi) * 0.64 * 0.36, 2e-2);
-  SET_PROPELLER_INERTIAWATER(table, 1, 0.0);
-  SET_PROPELLER_EXPAREARATIO(table, 1, 0.0);
-  EXPECT_EQ(estimate(), 0.0);
+  EXPECT_NEAR(p.INERTIAWATER, 0.14933333 * 512.5 * 7776 / (2 * kTwoPi) * 0.64 * 0.36, 2e-2);
 }
 
-TEST(Propeller, SetsBladeOrderTorquesOfALoadCase) {
-  PROPELLER_TABLE table = oneSixMetrePropeller();
-  PROPELLER_RECORD& p = table.at(1);
-  p.DAMPINGMETHOD = static_cast<std::int32_t>(PropellerDamping::archer);
-  p.TORQUEPERCENT1 = 0.05;
-  p.TORQUEPERCENT2 = 0.01;
-  CALCULATE_PROPELLER_LOADCASESETTING(table, 1);
-  EXPECT_EQ(p.BLADEFREQUENCY, 360.0);
-  EXPECT_NEAR(p.DAMPING, 159154.943, 1e-3);
-  EXPECT_NEAR(p.TORQUEAMP1, 23873.241, 1e-3);
-  EXPECT_NEAR(p.TORQUEAMP2, 4774.648, 1e-3);
-}
-
-/// Two blades at speed ratios 0.5 and 0.8 give a table of nine lines; line o has the cosine 10 o +
-/// 1 at the first ratio and 10 o + 4 at the second, and the sine is the tenth of it.
-PROPELLER_TABLE propellerInIce() {
-  PROPELLER_TABLE table = oneSixMetrePropeller();
-  PROPELLER_RECORD& p = table.at(1);
-  p.NBLADE = 2;
-  p.HASICEEXCITATION = true;
+TEST_F(Propeller, InterpolatesItsIceTableOverTheSpeedRatio) {
   p.NSPEEDRATIO = 2;
   p.SPEEDRATIO = {0.5, 0.8};
-  for (int o = 1; o <= GET_PROPELLER_NICEFOURIERORDERS(table, 1); ++o) {
-    p.ICEHARMONICORDER.push_back(o - 1);
-    for (const int column : {1, 4}) {
-      p.ICECOSINE.push_back(10 * o + column);
-      p.ICESINE.push_back(o == 1 ? 0.0 : 0.1 * (10 * o + column));
-    }
-  }
-  return table;
-}
-
-TEST(PropellerIce, InterpolatesItsTableOverTheSpeedRatio) {
+  p.ICEHARMONICORDER = {0, 1, 2};
+  p.ICECOSINE = {11, 14, 1234567.125, 1234567.125, 31, 34};
+  p.ICESINE = {0, 0, 0.1, 0.1, 3.1, 3.4};
+  const auto setSpeed = [&](double rpm) {
+    read.model.loadCaseSpeed.set(1, rpm);
+    LOADCASESETTING(read.model, 1);
+  };
+  setSpeed(60.0);
+  EXPECT_EQ(iceHarmonic(table, 1, 1), std::complex<double>()) << "not in ice";
+  p.HASICEEXCITATION = true;
   struct Case {
     const char* where;
     double ratio;
     bool toOrigin;
     double mean;
-    double third;  ///< cosine of the third line
+    double second;  ///< cosine of the second harmonic
   };
   for (const Case& c : {Case{"at the first ratio", 0.5, false, 11.0, 31.0},
                         {"at the second ratio", 0.8, false, 14.0, 34.0},
@@ -174,53 +134,119 @@ TEST(PropellerIce, InterpolatesItsTableOverTheSpeedRatio) {
                         {"below, held", 0.25, false, 11.0, 31.0},
                         {"below, to the origin", 0.25, true, 5.5, 15.5},
                         {"at rest, to the origin", 0.0, true, 0.0, 0.0},
-                        {"above the first ratio with the line to the origin", 0.6, true, 12, 32}}) {
-    PROPELLER_TABLE table = propellerInIce();
-    PROPELLER_RECORD& p = table.at(1);
+                        {"between, with the line to the origin", 0.6, true, 12.0, 32.0}}) {
     p.ISTMAXCORRECTEDWITHACTUALSPEED = c.toOrigin;
-    p.SPEED = 120.0 * c.ratio;
-    CALCULATE_PROPELLER_FOURIERCOEFFICIENT(table, 1);
+    setSpeed(120.0 * c.ratio);
     EXPECT_NEAR(p.ICEZEROORDERCOEFFICIENT, c.mean, 1e-12) << c.where;
-    ASSERT_EQ(p.ICEFOURIERCOEFFICIENT.size(), 8U) << c.where;
-    EXPECT_NEAR(iceHarmonic(table, 1, 2).real(), c.third / 2, 1e-6) << c.where;
-    EXPECT_NEAR(iceHarmonic(table, 1, 2).imag(), c.third / 20, 1e-6) << c.where;
-    EXPECT_EQ(iceHarmonic(table, 1, 9), std::complex<double>()) << c.where;
+    EXPECT_NEAR(std::abs(iceHarmonic(table, 1, 2) - c.second * std::complex(0.5, 0.05)), 0.0, 1e-6)
+        << c.where;
+    EXPECT_EQ(iceHarmonic(table, 1, 3), std::complex<double>()) << c.where;
+  }
+  // Harmonics are held in single precision, the mean isn't.
+  p.ICECOSINE[0] = 1234567.125;
+  p.ISTMAXCORRECTEDWITHACTUALSPEED = false;
+  setSpeed(30.0);
+  EXPECT_EQ(p.ICEZEROORDERCOEFFICIENT, 1234567.125);
+  EXPECT_EQ(iceHarmonic(table, 1, 1), std::complex(617283.5625, 0.05000000074505806));
+  // A table of one speed ratio holds at every speed.
+  p.NSPEEDRATIO = 1;
+  setSpeed(120.0);
+  EXPECT_EQ(p.ICEZEROORDERCOEFFICIENT, 1234567.125);
+}
+
+TEST_F(Propeller, IceRulesPhaseAndOrdersOfTheModel) {
+  ALLOCATE_PROPELLER_TABLE(table, 3);
+  EXPECT_EQ(GET_PROPELLERICEHARMONICORDERNUMBER(table), 0);
+  EXPECT_FALSE(GET_PROPELLER_ISMODELCONSIDERPHASEANGLE(table));
+  table.at(1).CONSIDERPHASEANGLE = true;
+  EXPECT_TRUE(GET_PROPELLER_ISMODELCONSIDERPHASEANGLE(table));
+  table.at(2).HASICEEXCITATION = table.at(3).HASICEEXCITATION = true;
+  table.at(2).NBLADE = 13;
+  EXPECT_FALSE(GET_PROPELLER_ISMODELCONSIDERPHASEANGLE(table));
+  EXPECT_EQ(GET_PROPELLERICEHARMONICORDERNUMBER(table), 52) << "of the first in ice";
+}
+
+/// The ice file of one blade at two speed ratios, line by line: 5 ratios, 9 mean, 14 to 17 cosines,
+/// 22 to 25 sines, the others headings.
+std::vector<std::string> iceLines() {
+  std::vector<std::string> lines(25, "heading 1.0");
+  lines[4] = "\t0,6\t0.9 remark";
+  lines[8] = "0 1000.0 2000.0 3000.0";
+  for (std::size_t o = 1; o <= 4; ++o) {
+    const std::string order = std::to_string(o);
+    lines[12 + o] = "9" + order + " 1" + order + ".5 2" + order + ".5";
+    lines[20 + o] = order + " -1" + order + ".25 -2" + order + ".25";
+  }
+  return lines;
+}
+
+std::string failureIn(const std::string& file, std::size_t line) {
+  return " Error occurs when reading " + file + " in line " + std::to_string(line) + "\n";
+}
+
+TEST_F(Propeller, IceFileFillsTheTableOrNamesTheLineThatBreaks) {
+  struct Case {
+    const char* what;
+    std::size_t line;         ///< that is changed
+    const char* replacement;  ///< null: the file ends before it
+  };
+  for (const Case& c : {Case{"whole", 26, "not read"},
+                        {"empty file", 1, nullptr},
+                        {"one ratio only", 5, "0.6"},
+                        {"ends in the headings", 8, nullptr},
+                        {"a word in the mean", 9, "0 1000 much"},
+                        {"too few cosines", 17, "94 14.5"},
+                        {"blank line in the sines", 23, ""},
+                        {"last line missing", 25, nullptr}}) {
+    const ReadModel scratch;  // for a log of its own
+    std::vector<std::string> lines = iceLines();
+    lines.resize(c.replacement == nullptr ? c.line - 1 : std::max(lines.size(), c.line));
+    if (c.replacement != nullptr) {
+      lines[c.line - 1] = c.replacement;
+    }
+    std::string text;
+    for (const std::string& line : lines) {
+      text += line + "\n";
+    }
+    const std::string file = scratch.directory().write("ice.txt", text);
+    p.NBLADE = 1;
+    p.NSPEEDRATIO = 2;
+    p.HASICEEXCITATION = true;
+    p.EXCITATIONFILE = "  " + file + "  ";
+    const bool isSound = c.line > 25;
+    EXPECT_EQ(loadDataFiles(read.model), isSound) << c.what;
+    EXPECT_EQ(scratch.log(), isSound ? "" : failureIn(file, c.line)) << c.what;
+    // What was read so far is a table that can be used.
+    CALCULATE_PROPELLER_FOURIERCOEFFICIENT(table, 1);
+    if (isSound) {
+      EXPECT_EQ(p.SPEEDRATIO[0], 0.6);
+      EXPECT_EQ(p.SPEEDRATIO[1], 0.9);
+      // The orders that stand with the sines count.
+      EXPECT_EQ(p.ICEHARMONICORDER, (std::vector<double>{0, 1, 2, 3, 4}));
+      EXPECT_EQ(p.ICECOSINE,
+                (std::vector<double>{1000, 2000, 11.5, 21.5, 12.5, 22.5, 13.5, 23.5, 14.5, 24.5}));
+      EXPECT_EQ(p.ICESINE, (std::vector<double>{0, 0, -11.25, -21.25, -12.25, -22.25, -13.25,
+                                                -23.25, -14.25, -24.25}));
+    }
   }
 }
 
-TEST(PropellerIce, KeepsSinglePrecisionInTheHarmonicsAndNotInTheMean) {
-  PROPELLER_TABLE table = propellerInIce();
-  PROPELLER_RECORD& p = table.at(1);
-  p.ICECOSINE[0] = p.ICECOSINE[2] = 1234567.125;
-  p.ICESINE[2] = 0.1;
-  p.SPEED = 30.0;
-  CALCULATE_PROPELLER_FOURIERCOEFFICIENT(table, 1);
-  EXPECT_EQ(p.ICEZEROORDERCOEFFICIENT, 1234567.125);
-  EXPECT_EQ(iceHarmonic(table, 1, 1), std::complex(617283.5625, 0.05000000074505806));
-}
-
-TEST(PropellerIce, HoldsATableOfOneSpeedRatioAtEverySpeed) {
-  PROPELLER_TABLE table = propellerInIce();
-  PROPELLER_RECORD& p = table.at(1);
-  p.NSPEEDRATIO = 1;
-  p.SPEED = 120.0;
-  CALCULATE_PROPELLER_FOURIERCOEFFICIENT(table, 1);
-  EXPECT_EQ(p.ICEZEROORDERCOEFFICIENT, 11.0);
-}
-
-TEST(PropellerIce, RulesPhaseAndOrdersOfTheModel) {
-  PROPELLER_TABLE table;
-  EXPECT_EQ(GET_PROPELLERICEHARMONICORDERNUMBER(table), 0);
-  EXPECT_FALSE(GET_PROPELLER_ISMODELCONSIDERPHASEANGLE(table));
-  ALLOCATE_PROPELLER_TABLE(table, 3);
-  SET_PROPELLER_CONSIDERPHASEANGLE(table, 1, true);
-  EXPECT_TRUE(GET_PROPELLER_ISMODELCONSIDERPHASEANGLE(table));
-  SET_PROPELLER_NBLADE(table, 2, 13);
-  SET_PROPELLER_NBLADE(table, 3, 4);
-  SET_PROPELLER_HASICEEXCITATION(table, 2, true);
-  SET_PROPELLER_HASICEEXCITATION(table, 3, true);
-  EXPECT_FALSE(GET_PROPELLER_ISMODELCONSIDERPHASEANGLE(table));
-  EXPECT_EQ(GET_PROPELLERICEHARMONICORDERNUMBER(table), 52);
+TEST_F(Propeller, EntrainedWaterFileHasOneLineALoadCase) {
+  p.ISVARIABLEENTRAINEDWATER = true;
+  EXPECT_TRUE(loadDataFiles(read.model)) << "no file";
+  p.NLOADCASE = 3;
+  p.VARIABLEENTRAINEDWATERFILE =
+      read.directory().write("water.txt", "case1 4000,5\n 2\t4100 7\ncase3 4200.0\ncase4 x\n");
+  ASSERT_TRUE(loadDataFiles(read.model));
+  EXPECT_EQ(p.VARIABLEENTRAINEDWATERTABLE, (std::vector<double>{4000.5, 4100.0, 4200.0}));
+  p.NLOADCASE = 4;
+  EXPECT_FALSE(loadDataFiles(read.model));
+  EXPECT_EQ(read.log(), failureIn(p.VARIABLEENTRAINEDWATERFILE, 4));
+  EXPECT_EQ(p.VARIABLEENTRAINEDWATERTABLE.size(), 3U);
+  p.VARIABLEENTRAINEDWATERFILE = read.directory().file("missing.txt");
+  EXPECT_FALSE(loadDataFiles(read.model));
+  p.NLOADCASE = 0;
+  EXPECT_TRUE(loadDataFiles(read.model)) << "not opened";
 }
 
 }  // namespace

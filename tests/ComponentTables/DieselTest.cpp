@@ -1,0 +1,414 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "ComputationsSrc/PlainTransform.h"
+#include "Excitation/HarmonicFileText.h"
+#include "Excitation/TheoreticalPressure.h"
+#include "InputAndChecking/DataFiles.h"
+#include "Matrices/LoadCaseSetting.h"
+#include "RunControl/Constants.h"
+#include "Support/ReadModel.h"
+
+namespace verenwick {
+namespace {
+
+using Complex = std::complex<double>;
+using Coefficients = std::vector<Complex>;
+
+/// The first engine of an example plant, to be changed and loaded.
+class Engine {
+ public:
+  explicit Engine(const std::string& plant) : read_(test::exampleInput(plant)) {
+    EXPECT_TRUE(read_.isOk()) << read_.log();
+  }
+  ModelBundle& model() { return read_.model; }
+  DIESEL_TABLE& table() { return read_.model.diesel; }
+  DIESEL_RECORD& record() { return table().at(1); }
+  const test::TemporaryDirectory& directory() const { return read_.directory(); }
+
+  /// Sets the load case of a speed in rpm and a fraction of the rated torque.
+  void load(double rpm, double share) {
+    model().loadCaseSpeed.set(1, rpm);
+    model().loadCasePower.set(1, 1, share * record().MCRTORQUE * angularSpeed(rpm));
+    LOADCASESETTING(model(), 1);
+  }
+  /// Sets the pressures of one cylinder at the operating point.
+  void setPressures(std::int32_t row, bool isBankA = true) {
+    CALCULATE_DIESEL_LOADCASESETTING(table(), 1, model().loadCaseGenset, row, isBankA);
+  }
+  Coefficients torque(std::int32_t row) {
+    return CALCULATE_DIESEL_CYLFOURIERCOEFFICIENTS(table(), 1, row);
+  }
+  /// A row's torque without that of the mass.
+  Coefficients gas(std::int32_t row) {
+    const double mass = std::exchange(record().RECIPMASS, 0.0);
+    const Coefficients coefficients = torque(row);
+    record().RECIPMASS = mass;
+    return coefficients;
+  }
+
+ private:
+  test::ReadModel read_;
+};
+
+/// Six cylinders in a row, four-stroke, 2700 kW at 600 rpm; a second engine like it beside it.
+constexpr const char* kRowEngine = "twin-engine-gear";
+/// Twelve cylinders, four-stroke, 1560 kW at 1000 rpm, bank B 60 degrees behind bank A.
+constexpr const char* kVeeEngine = "v-genset";
+/// Five cylinders, two-stroke, 6350 kW at 99 rpm.
+constexpr const char* kTwoStrokeEngine = "two-stroke-ship";
+
+TEST(DieselTable, FindsEnginesAndRowsByTheirInertias) {
+  Engine engine(kRowEngine);
+  DIESEL_TABLE& table = engine.table();
+  table.at(1).CYLINDERS = {11, 12, 13, 14, 15, 23, 77};
+  table.at(2).CYLINDERS = {21, 22, 23, 24, 23, 26};
+  EXPECT_EQ(GET_DIESEL_IDIESEL_BASEDON_CYLINDERINDEX(table, 12), 1);
+  EXPECT_EQ(GET_DIESEL_IDIESEL_BASEDON_CYLINDERINDEX(table, 23), 2) << "the last engine";
+  EXPECT_EQ(GET_DIESEL_IDIESEL_BASEDON_CYLINDERINDEX(table, 77), 0) << "beyond the sixth row";
+  EXPECT_EQ(GET_DIESEL_ICYLINDER(table, 2, 23), 3) << "the first row";
+}
+
+TEST(DieselLoad, CylindersThatFirePartiallyGiveTheirShareToTheOthers) {
+  using Statuses = std::array<std::int32_t, kMaxCylinders>;
+  struct Case {
+    Statuses bankA;  ///< partial firing is at 50 %
+    Statuses bankB;  ///< at 25 %
+    bool isVengine;
+    std::int32_t firing;
+    double increase;
+  };
+  for (const Case& c : {Case{{1, 1, 1, 1, 1, 1}, {5, 5, 1, 2, 1, 1}, false, 6, 1.0},
+                        Case{{1, 1, 5, 2, 3, 4}, {}, false, 3, 2.5 / 2},
+                        Case{{1, 1, 5, 1, 1, 1}, {1, 1, 1, 2, 1, 5}, true, 11, 10.25 / 9},
+                        Case{{5, 5, 5, 5, 5, 5}, {}, false, 6, 1.0},
+                        Case{{2, 3, 4, 0, 9, -1}, {}, false, 0, 1.0}}) {
+    Engine engine(kRowEngine);
+    DIESEL_RECORD& d = engine.record();
+    d.ISVENGINE = c.isVengine;
+    d.FIRINGPERCENTA.fill(50.0);
+    d.FIRINGPERCENTB.fill(25.0);
+    d.FIRINGSTATUSA = c.bankA;
+    d.FIRINGSTATUSB = c.bankB;
+    EXPECT_EQ(GET_DIESEL_NFIRINGCYLINDER(engine.table(), 1), c.firing);
+    EXPECT_DOUBLE_EQ(GET_DIESEL_POWERCYLPERCENTINCREASED(engine.table(), 1), c.increase);
+  }
+}
+
+TEST(DieselLoad, PressuresFollowTheTorque) {
+  Engine engine(kVeeEngine);
+  const DIESEL_RECORD& d = engine.record();
+  engine.load(800.0, 0.5);
+  EXPECT_DOUBLE_EQ(d.LOADPERCENTAGE, 0.5);
+  EXPECT_DOUBLE_EQ(d.TORQUE, 0.5 * 1560e3 / (1000.0 * kPi / 30.0));
+  EXPECT_NEAR(d.PCHARGEAIRRPM, 4.2e5 - (4.2e5 - 1.0) * 1.28 * 0.5, 1e-2);
+  EXPECT_NEAR(d.PCOMPRPM, 145e5 * (1.0 - 1.32 * 0.5), 1.0);
+  EXPECT_NEAR(d.PMAXRPM, 185e5 * (1.0 - 0.8 * 0.5), 1.0);
+  // Mean effective pressure x swept volume x working cycles a second is the cylinder's power.
+  const double swept = kPi / 4.0 * 0.2 * 0.2 * 0.24;
+  EXPECT_NEAR(d.MEPRPM * swept * 800.0 / 120.0, d.POWER / 12.0, 1e-6);
+  const double rated = 1560e3 / 12.0 / (swept * 1000.0 / 120.0);
+  const double mepRated = CALCULATE_DIESEL_MEPMCR(engine.table(), 1, true);
+  EXPECT_NEAR(mepRated / rated, kPi / kPiSingle, 1e-12);
+  // Friction stays, the rest is halved.
+  EXPECT_NEAR(d.MIPRPM, 0.09 * mepRated + 0.5 * (mepRated / 0.91 - 0.09 * mepRated), 1e-6);
+  engine.load(1000.0, 2.0);
+  EXPECT_DOUBLE_EQ(d.MIPRPM, 1.15 * (mepRated / 0.91)) << "overload is cut";
+  // The rated pressure counts the cylinders that fire, or all.
+  engine.record().FIRINGSTATUSA[2] = onlyCompression;
+  engine.record().FIRINGSTATUSB[3] = exhaustValveOpen;
+  EXPECT_DOUBLE_EQ(CALCULATE_DIESEL_MEPMCR(engine.table(), 1, false), mepRated);
+  EXPECT_DOUBLE_EQ(CALCULATE_DIESEL_MEPMCR(engine.table(), 1, true), mepRated * 12 / 10);
+  // All cylinders have the power of one that fires.
+  engine.load(1000.0, 1.0);
+  EXPECT_DOUBLE_EQ(d.POWERPERCYL, 156e3);
+  for (std::size_t row = 0; row < 7; ++row) {
+    EXPECT_EQ(d.CYLPOWERA[row], row < 6 ? d.POWERPERCYL : 0.0);
+    EXPECT_EQ(d.CYLPOWERB[row], row < 6 ? d.POWERPERCYL : 0.0);
+  }
+  engine.record().RPMRATIO = 0.5;  // behind a gear
+  engine.load(1000.0, 1.0);
+  EXPECT_EQ(d.SPEED, 500.0);
+}
+
+TEST(DieselLoad, BankADecidesOnThePartialPowerOfBothBanks) {
+  Engine engine(kVeeEngine);
+  DIESEL_RECORD& d = engine.record();
+  d.HASPARTIALFIRING = true;
+  d.FIRINGSTATUSA[0] = partialFiring;
+  d.FIRINGPERCENTA[0] = 60.0;
+  d.FIRINGPERCENTB[0] = 80.0;
+  d.FIRINGSTATUSB[1] = partialFiring;
+  d.FIRINGPERCENTB[1] = 40.0;
+  engine.load(1000.0, 0.8);
+  constexpr double kIncrease = 11.0 / 10.0;  // of the ten that fire fully
+  // In row 1 bank B fires normally, and its percent counts; in row 2 partially, and it doesn't.
+  for (const auto& [row, isBankA, share] : {std::tuple{1, true, 0.6},
+                                            {1, false, 0.8},
+                                            {2, true, kIncrease},
+                                            {2, false, kIncrease},
+                                            {0, true, kIncrease}}) {
+    engine.setPressures(row, isBankA);
+    Engine alike(kVeeEngine);  // all cylinders at that share
+    alike.load(1000.0, 0.8 * share);
+    EXPECT_NEAR(d.PMAXRPM, alike.record().PMAXRPM, 1e-3) << row << isBankA;
+    EXPECT_NEAR(d.PCOMPRPM, alike.record().PCOMPRPM, 1e-3);
+    EXPECT_NEAR(d.PCHARGEAIRRPM, alike.record().PCHARGEAIRRPM, 1e-3);
+    EXPECT_NEAR(d.MEPRPM, alike.record().MEPRPM, 1e-3);
+  }
+}
+
+TEST(DieselLoad, AGensetTakesItsPressuresFromTheTable) {
+  Engine engine(kVeeEngine);
+  DIESEL_RECORD& d = engine.record();
+  engine.load(1000.0, 0.5);
+  const double inlet = d.PCHARGEAIRRPM;
+  LOADCASEGENSET_TABLE& genset = engine.model().loadCaseGenset;
+  ALLOCATE_LOADCASEGENSET_TABLE(genset, 5);
+  const std::array engines{7, 7, 1, 1, 9};
+  for (std::int32_t i = 1; i <= 5; ++i) {
+    genset.at(i) = {engines[static_cast<std::size_t>(i) - 1], i * 10e5, i * 1e5, 0.0};
+  }
+  d.ISGENSET = true;
+  d.ILOADCASE = 2;
+  engine.setPressures(1);
+  EXPECT_EQ(d.PMAXRPM, 40e5);
+  EXPECT_EQ(d.PCOMPRPM, 4e5);
+  EXPECT_EQ(d.PCHARGEAIRRPM, inlet);
+  EXPECT_EQ(GET_LOADCASEGENSET_PRESSUREMAX(genset, 9, 1), 0.0) << "first record is the last";
+  EXPECT_EQ(GET_LOADCASEGENSET_PRESSUREMAX(genset, 6, 1), 0.0) << "no such engine";
+  EXPECT_EQ(GET_LOADCASEGENSET_PRESSURECOMP(genset, 1, 4), 0.0) << "beyond the table";
+  // With harmonic files the engine has no such pressures.
+  d.ISTHEORETICALPRESURE = false;
+  d.ILOADCASE = 1;
+  engine.setPressures(1);
+  EXPECT_EQ(d.PMAXRPM, 40e5);
+}
+
+TEST(DieselExcitation, OrdersAreThoseOfTheWholeSystem) {
+  EXPECT_TRUE(GET_DIESEL_HARMONICORDER(DIESEL_TABLE{}).empty());
+  Engine engine(kRowEngine);
+  engine.table().at(1).NSTROKE = 2;
+  // Any engine that isn't two-stroke brings the half orders.
+  for (const auto& [nStroke, orders, first, last] :
+       {std::tuple{3, 24U, 0.5, 12.0}, {2, 20U, 1.0, 20.0}}) {
+    engine.table().at(2).NSTROKE = nStroke;
+    ASSERT_EQ(GET_DIESEL_HARMONICORDER(engine.table()).size(), orders);
+    EXPECT_EQ(GET_DIESEL_HARMONICORDER(engine.table()).front(), first);
+    EXPECT_EQ(GET_DIESEL_HARMONICORDER(engine.table()).back(), last);
+  }
+}
+
+TEST(DieselExcitation, MassTorqueIsThatOfThePistonsKineticEnergy) {
+  // Without gas the crank feels the change of the energy 1/2 m (dx/dt)^2 of the reciprocating mass:
+  // T = -m omega^2 x' x''. Expanded in the rod ratio L, with m r^2 omega^2 in front:
+  // sin 1: L/4 + L^3/16 + 15 L^5/512, sin 2: -1/2 - L^4/32, sin 3: -3L/4 - 9L^3/32 - 81L^5/512.
+  Engine engine(kRowEngine);
+  engine.record().FIRINGSTATUSA.fill(exhaustValveOpen);
+  EXPECT_EQ(engine.torque(2), Coefficients(24)) << "no load case, no torque";
+  engine.load(600.0, 1.0);
+  const Coefficients torque = engine.torque(2);
+  const double L = 0.24;
+  const double unit = 165.0 * std::pow(0.225 * angularSpeed(600.0), 2);
+  const std::array sines{L / 4 + std::pow(L, 3) / 16 + 15 * std::pow(L, 5) / 512,
+                         -0.5 - std::pow(L, 4) / 32,
+                         -0.75 * L - 9 * std::pow(L, 3) / 32 - 81 * std::pow(L, 5) / 512};
+  for (std::size_t i = 0; i < sines.size(); ++i) {
+    EXPECT_LT(std::abs(torque[2 * i]), 1e-9 * unit) << "half orders of a mass";
+    EXPECT_NEAR(torque[2 * i + 1].real(), 0.0, 1e-9 * unit);
+    EXPECT_NEAR(-2.0 * torque[2 * i + 1].imag() / unit, sines[i], 2e-5) << i;
+  }
+}
+
+/// The tangential torque of a theoretical pressure curve by order index, N m, written out.
+Coefficients curveTorque(const DIESEL_RECORD& d, bool misfire) {
+  const CylinderPressureInput input{.misfire = misfire,
+                                    .nStroke = d.NSTROKE,
+                                    .bore = d.BORE,
+                                    .stroke = d.STROKE,
+                                    .lambda = d.CONRODRATIO,
+                                    .compRatio = d.COMPRATIO,
+                                    .pInlet = d.PCHARGEAIRRPM,
+                                    .tCharge = d.TCHARGEAIR,
+                                    .speed = d.SPEED,
+                                    .power = d.POWERPERCYL,
+                                    .pMax = d.PMAXRPM,
+                                    .pComp = d.PCOMPRPM,
+                                    .Te = d.TE,
+                                    .me = d.ME,
+                                    .FormFactor = d.FORMFACTOR,
+                                    .AngleIgnition = d.ANGLEIGNITION,
+                                    .AngleEndOfComb = d.ANGLEENDOFCOMB,
+                                    .AngleExhaustStart = d.ANGLEEXHAUSTSTART,
+                                    .AngleInletStart = d.ANGLEINLETSTART,
+                                    .AngleInletClose = d.ANGLEINLETCLOSE};
+  std::array<double, kPressurePoints> curve{};
+  double mip = 0.0;
+  bool status = false;
+  CALCULATEDPRESSURE(input, curve, mip, status);
+  const std::size_t cycle = d.NSTROKE == 2 ? 360 : 720;
+  std::vector<double> torque;
+  for (std::size_t degrees = 0; degrees < cycle; ++degrees) {
+    const double a = static_cast<double>(degrees) * kPi / 180.0;
+    const double beta = std::asin(d.CONRODRATIO * std::sin(a));
+    const double lever = d.STROKE / 2 * std::sin(a + beta) / std::cos(beta);
+    // Point 181 of the curve is top dead centre.
+    torque.push_back(curve[(degrees + 180) % cycle] * kPi / 4 * d.BORE * d.BORE * lever);
+  }
+  Coefficients coefficients = plain::transform(d.NSTROKE == 2 ? 21 : 25, torque);
+  coefficients.erase(coefficients.begin());
+  return coefficients;
+}
+
+TEST(DieselExcitation, GasTorqueIsThatOfTheCurveFromTopDeadCentreOn) {
+  for (const char* plant : {kRowEngine, kTwoStrokeEngine}) {
+    Engine engine(plant);
+    DIESEL_RECORD& d = engine.record();
+    d.FIRINGSTATUSA[1] = onlyCompression;
+    d.FIRINGSTATUSA[2] = partialFiring;
+    d.FIRINGPERCENTA[2] = 50.0;
+    d.HASPARTIALFIRING = true;
+    engine.load(d.MCRSPEED, 0.7);
+    for (const std::int32_t row : {1, 2, 3}) {
+      // The pressures take the partial power, the curve the power of a firing cylinder.
+      engine.setPressures(row);
+      const Coefficients expected = curveTorque(d, row == 2);
+      const Coefficients gas = engine.gas(row);
+      ASSERT_EQ(gas.size(), expected.size());
+      for (std::size_t k = 0; k < gas.size(); ++k) {
+        EXPECT_LT(std::abs(gas[k] - expected[k]), 1e-12 * d.MCRTORQUE) << row << " " << k + 1;
+      }
+    }
+  }
+}
+
+TEST(DieselExcitation, TheShipsEngineComesNearItsPrintedHarmonics) {
+  // Tangential pressure amplitudes in bar of the orders 1 to 7, from the measured curves of the
+  // engine at 6673 kW indicated and 99.08 rpm.
+  const std::vector<double> printed{21.126, 19.316, 14.432, 10.453, 6.935, 4.578, 2.945};
+  Engine engine(kTwoStrokeEngine);
+  engine.load(99.08, 6673e3 * 0.95 / (engine.record().MCRTORQUE * angularSpeed(99.08)));
+  const auto& gas = engine.record().GASFCPERCYLINDER[0].NORMALGASFCBANKBANKA;
+  for (std::size_t k = 0; k < printed.size(); ++k) {
+    EXPECT_NEAR(2.0 * std::abs(gas[k]) / 1e5 / printed[k], 1.0, 0.07) << k + 1;
+  }
+}
+
+TEST(DieselExcitation, AFiringStatusTakesItsShare) {
+  constexpr std::array statuses{1, 2, 3, 4, 5, 9};
+  constexpr std::array hasGas{true, true, false, false, true, false};
+  constexpr std::array hasMass{true, true, true, false, true, true};
+  for (const bool isBankB : {false, true}) {
+    Engine engine(kVeeEngine);
+    DIESEL_RECORD& d = engine.record();
+    (isBankB ? d.FIRINGSTATUSA : d.FIRINGSTATUSB).fill(pistonRemoved);
+    std::copy(statuses.begin(), statuses.end(),
+              (isBankB ? d.FIRINGSTATUSB : d.FIRINGSTATUSA).begin());
+    engine.load(1000.0, 1.0);
+    for (std::size_t i = 0; i < statuses.size(); ++i) {
+      const auto row = static_cast<std::int32_t>(i) + 1;
+      EXPECT_EQ(engine.gas(row) != Coefficients(24), hasGas[i]) << isBankB << statuses[i];
+      EXPECT_EQ(engine.gas(row) != engine.torque(row), hasMass[i]) << isBankB << statuses[i];
+    }
+    // Without the engine's flag the percent is unused.
+    EXPECT_NEAR(std::abs(engine.gas(1)[0] - engine.gas(5)[0]), 0.0, 1e-6);
+    EXPECT_NE(engine.gas(1), engine.gas(2));
+  }
+}
+
+TEST(DieselExcitation, BankBFollowsBankAByItsAngles) {
+  // Consecutive firing, and bank B a revolution later: its gas follows, its mass doesn't care for
+  // whole revolutions.
+  for (const auto& [vAngle, firingShift] : {std::pair{60.0, 60.0}, {60.0, 420.0}, {0.0, 0.0}}) {
+    Engine engine(kVeeEngine);
+    DIESEL_RECORD& d = engine.record();
+    d.VANGLE = vAngle;
+    d.FIRINGANGLEB[0] = d.FIRINGANGLEA[0] + firingShift * kPi / 180.0;
+    engine.load(1000.0, 1.0);
+    const Coefficients both = engine.torque(1);
+    d.FIRINGSTATUSB[0] = pistonRemoved;
+    const Coefficients bankA = engine.torque(1);
+    const Coefficients gas = engine.gas(1);
+    for (std::size_t k = 0; k < 24; ++k) {
+      const auto delayed = [&](double degrees) {
+        return std::polar(1.0, -0.5 * static_cast<double>(k + 1) * degrees * kPi / 180.0);
+      };
+      const Complex expected =
+          bankA[k] + gas[k] * delayed(firingShift) + (bankA[k] - gas[k]) * delayed(vAngle);
+      EXPECT_NEAR(std::abs(both[k] - expected), 0.0, 1e-3) << firingShift << " order " << k + 1;
+    }
+  }
+}
+
+TEST(DieselExcitation, ATwoStrokeBesideAFourStrokeKeepsItsTorque) {
+  Engine engine(kTwoStrokeEngine);
+  engine.load(99.0, 1.0);
+  const Coefficients whole = engine.torque(1);
+  ASSERT_EQ(whole.size(), 20U);
+  DIESEL_TABLE pair;
+  ALLOCATE_DIESEL_TABLE(pair, 2);
+  pair.at(1) = engine.record();
+  pair.at(2).NSTROKE = 4;
+  CALCULATE_DIESEL_FOURIERCOEFFICIENTS(pair, 1, {});
+  const Coefficients half = CALCULATE_DIESEL_CYLFOURIERCOEFFICIENTS(pair, 1, 1);
+  ASSERT_EQ(half.size(), 24U);
+  for (std::size_t k = 1; k <= 12; ++k) {
+    EXPECT_LT(std::abs(half[2 * k - 2]), 1e-10 * std::abs(whole[0])) << k;
+    EXPECT_LT(std::abs(half[2 * k - 1] - whole[k - 1]), 1e-10 * std::abs(whole[0])) << k;
+  }
+}
+
+TEST(DieselExcitation, HarmonicFileRowsAreOrderIndicesAtTheMeanIndicatedPressure) {
+  Engine engine(kRowEngine);
+  // Row h of a file holds h x bar / 1000 MPa, in pure sine or, for misfiring, in pure cosine.
+  const auto write = [&](const char* name, std::size_t rows, double phase) {
+    test::HarmonicFileText file{.columns = {0.0, 100.0}, .resultant = {}, .phase = {}};
+    for (std::size_t h = 1; h <= rows; ++h) {
+      file.resultant.push_back({0.0, 0.1 * static_cast<double>(h)});
+      file.phase.push_back({phase, phase});
+    }
+    return engine.directory().write(name, file.text());
+  };
+  DIESEL_RECORD& d = engine.record();
+  d.ISTHEORETICALPRESURE = false;
+  d.MIPLIMIT = 10.0;
+  engine.load(540.0, 0.6);
+  EXPECT_EQ(engine.gas(1), Coefficients(24)) << "no file, no gas";
+  EXPECT_NE(engine.torque(1), Coefficients(24));
+
+  d.NORMALHARMONICFILE = write("normal.har", 24, 0.0);
+  d.MISHARMONICFILE = write("mis.har", 3, 90.0);
+  d.FIRINGSTATUSA[1] = onlyCompression;
+  d.FIRINGSTATUSA[2] = partialFiring;
+  d.FIRINGPERCENTA[2] = 50.0;
+  d.HASPARTIALFIRING = true;
+  ASSERT_TRUE(loadDataFiles(engine.model()));
+  engine.load(540.0, 0.6);
+  // Five cylinders fire; the other four make up for the half of the third.
+  const double rated = CALCULATE_DIESEL_MEPMCR(engine.table(), 1, true);
+  const auto mip = [&](double share) {
+    const double friction = 0.09 * rated * share;
+    return friction + 0.6 * (rated * share / 0.91 - friction);
+  };
+  const double increased = mip(4.5 / 4.0);
+  // Resultant 1 Pa a Pa of mean indicated pressure and 1/100 a row: pressure -> torque by area and
+  // crank radius.
+  const auto expected = [&](double pressure, std::size_t k) {
+    const double lever = kPi / 4 * 0.34 * 0.34 * 0.225;
+    return 0.5 * static_cast<double>(k) * pressure / 100.0 * lever;
+  };
+  const Coefficients normal = engine.gas(1);
+  const Coefficients misfiring = engine.gas(2);
+  const Coefficients partial = engine.gas(3);
+  for (std::size_t k = 1; k <= 24; ++k) {
+    EXPECT_NEAR(normal[k - 1].imag(), -expected(increased, k), 1e-5 * expected(increased, k));
+    EXPECT_EQ(normal[k - 1].real(), 0.0);
+    EXPECT_NEAR(partial[k - 1].imag(), -expected(mip(0.5), k), 1e-5 * expected(increased, k));
+    // The second file ends with row 3.
+    EXPECT_NEAR(misfiring[k - 1].real(), k <= 3 ? expected(increased, k) : 0.0, 1e-3) << k;
+  }
+}
+
+}  // namespace
+}  // namespace verenwick
