@@ -38,6 +38,7 @@ TEST(StringOperation, CountsWordsInTheFirstHundredCharacters) {
   EXPECT_EQ(STRINGSPLITCOUNT("    "), 0);
   EXPECT_EQ(STRINGSPLITCOUNT(" Frequency  Damping Stiffness "), 3);
   EXPECT_EQ(STRINGSPLITCOUNT(std::string(99, ' ') + "x y"), 1);
+  EXPECT_EQ(STRINGSPLITCOUNT(std::string(100, ' ') + "x"), 0);
 }
 
 TEST(FreeFormat, ReadsRealsOfEveryFormAndRefusesTheRest) {
