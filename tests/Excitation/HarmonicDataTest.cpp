@@ -120,7 +120,7 @@ TEST_F(HarmonicDataTest, PumpFilesDifferInTheSecondLabelAndTheColumnUnit) {
   file.columnLabel = "SpeedPercentage:";
   const SharedHarmonicData data = loaded(file.text(), kPumpHarmonicFile);
   EXPECT_EQ(data->columnValues, file.columns);
-  EXPECT_EQ(data->resultant[1], 1.5e6);
+  EXPECT_EQ(data->resultant.at(1), 1.5e6);
   std::string text = file.text();
   text.replace(text.find("age:3"), 5, "age:101");
   HarmonicData tooMany;
@@ -186,7 +186,6 @@ TEST_F(HarmonicDataTest, OneCallReadsTheFilesOfAllEngines) {
   EXPECT_TRUE(status);
   EXPECT_EQ(GETNORMALFIRINGHARMONICDATA(table, 1, 9e5).size(), 3U);
   EXPECT_TRUE(GETMISFIRINGHARMONICDATA(table, 1, 9e5).empty());
-  EXPECT_TRUE(GETNORMALFIRINGHARMONICDATA(table, 2, 9e5).empty());
   EXPECT_EQ(GETMISFIRINGHARMONICDATA(table, 2, 9e5), GETNORMALFIRINGHARMONICDATA(table, 1, 9e5));
   EXPECT_EQ(GET_DIESEL_NORMAL(table, 1), GET_DIESEL_MISFIRING(table, 2)) << "memory is shared";
 

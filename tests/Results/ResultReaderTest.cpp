@@ -89,23 +89,18 @@ class ResultReader : public testing::Test {
 };
 
 TEST(ResultFileTable, HoldsEveryFileOnceWithTheCountsOfItsKinds) {
-  const std::array families = {"Diesel",          "Propeller",         "Generator",
-                               "CentrifugalPump", "ReciprocatingPump", "ElectricMotor"};
-  const std::array<std::pair<const char*, const char*>, kQuantities> quantities = {
-      {{"Deflection", "rad"},
-       {"Velocity", "rad/s"},
-       {"Accele", "rad/s2"},
-       {"Torque", "N m"},
-       {"Stress", "Pa"},
-       {"DampingTorque", "N m"}}};
+  const std::vector<std::string> families = {
+      "Diesel", "Propeller", "Generator", "CentrifugalPump", "ReciprocatingPump", "ElectricMotor"};
+  const std::vector<std::string> quantities = {"Deflection", "Velocity", "Accele",
+                                               "Torque",     "Stress",   "DampingTorque"};
+  const std::vector<std::string> units = {"rad", "rad/s", "rad/s2", "N m", "Pa", "N m"};
   for (std::size_t f = 0; f < families.size(); ++f) {
     for (std::size_t q = 0; q < quantities.size(); ++q) {
-      const std::string name = std::string(families.at(f)) + quantities.at(q).first + ".bin";
       const ResultFile& file = familyFile(static_cast<Family>(f), static_cast<Quantity>(q));
-      EXPECT_EQ(file.name, name);
-      EXPECT_EQ(file.unit, quantities.at(q).second) << name;
-      EXPECT_EQ(file.points, q < 3 ? Points::inertias : Points::shafts) << name;
-      EXPECT_EQ(file.needs, q == 5 ? Needs::couplingOrDamper : Needs::nothing) << name;
+      EXPECT_EQ(file.name, families[f] + quantities[q] + ".bin");
+      EXPECT_EQ(file.unit, units[q]) << file.name;
+      EXPECT_EQ(file.points, q < 3 ? Points::inertias : Points::shafts) << file.name;
+      EXPECT_EQ(file.needs, q == 5 ? Needs::couplingOrDamper : Needs::nothing) << file.name;
     }
   }
   std::set<std::string_view> names;
