@@ -84,6 +84,14 @@ class Run(HostTest):
         self.assertIn("error occurs when accessing the input file", done.stderr)
         self.assertTrue((self.here / "deep/er/Verenwick.log").is_file())
 
+    def test_a_stopped_calculation_is_1(self):
+        # At standstill nothing holds the line: its matrix is singular.
+        done = self.run_plant(TWO + "GENERATOR 1\n2 100 1000 1\n1 0 0 0\n1 0 0 0\nELECTRICMOTOR 1\n"
+                              "1 100 1000 0 0 0\n0 0 0 0\n0 0 0 0\n"
+                              "LOADCASE\nRPM 1 1\nGENERATOR ELECTRICMOTOR\n0 100 100\n", status=1)
+        self.assertIn("** CGETRF/ZGETRF failed", done.stderr)
+        self.assertIn("the calculation stopped early: SynthesisDeflection.bin", done.stderr)
+
     def test_result_directory(self):
         results = self.here / "results-of-plant"
         self.run_plant(TWO)
