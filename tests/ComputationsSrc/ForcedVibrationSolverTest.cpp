@@ -3,6 +3,7 @@
 
 #include <cmath>
 #include <numbers>
+#include <numeric>
 
 #include "ComputationsSrc/ForcedDampedVibrationsFc.h"
 #include "ComputationsSrc/ForcedVibrationSolver.h"
@@ -20,22 +21,16 @@ using std::numbers::pi;
 /// damping.
 struct Line {
   explicit Line(std::vector<double> inertias)
-      : N(static_cast<std::int32_t>(inertias.size())),
-        M(std::move(inertias)),
-        CA(M.size()),
-        CAR(M.size()),
-        K(M.size()),
-        CR(M.size()),
-        CRR(M.size()) {
-    for (std::int32_t i = 1; i <= N; ++i) {
-      rows.push_back(i);
-      columns.push_back(i);
-    }
+      : N(static_cast<std::int32_t>(inertias.size())), M(std::move(inertias)), rows(M.size()) {
+    for (auto* values : {&CA, &CAR, &K, &CR, &CRR}) values->resize(M.size());
+    std::iota(rows.begin(), rows.end(), 1);
+    columns = rows;
   }
   void shaft(std::int32_t i, std::int32_t j, double k, double cr = 0, double crr = 0) {
-    enter(K, i, j, k);
-    enter(CR, i, j, cr);
-    enter(CRR, i, j, crr);
+    for (const auto& [values, value] : {std::pair{&K, k}, {&CR, cr}, {&CRR, crr}}) {
+      for (const std::int32_t end : {i, j}) (*values)[static_cast<std::size_t>(end) - 1] += value;
+      values->insert(values->end(), {-value, -value});
+    }
     rows.insert(rows.end(), {i, j});
     columns.insert(columns.end(), {j, i});
   }
@@ -44,13 +39,6 @@ struct Line {
   std::int32_t N;
   std::vector<double> M, CA, CAR, K, CR, CRR;
   std::vector<std::int32_t> rows, columns;
-
- private:
-  static void enter(std::vector<double>& values, std::int32_t i, std::int32_t j, double value) {
-    values[static_cast<std::size_t>(i) - 1] += value;
-    values[static_cast<std::size_t>(j) - 1] += value;
-    values.insert(values.end(), {-value, -value});
-  }
 };
 
 struct Solved {

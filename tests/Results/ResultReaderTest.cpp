@@ -4,7 +4,6 @@
 #include <array>
 #include <bit>
 #include <cmath>
-#include <initializer_list>
 #include <limits>
 #include <optional>
 #include <set>
@@ -19,7 +18,9 @@
 namespace verenwick::results {
 namespace {
 
+using testing::ElementsAre;
 using testing::HasSubstr;
+using testing::IsNan;
 using testing::ThrowsMessage;
 
 // A model with all sizes different, so that no two of them can be mixed up.
@@ -44,12 +45,6 @@ std::string zeroRecords(int count) {
   return std::string(static_cast<std::size_t>(count) * 8, '\0');
 }
 
-Position position(std::initializer_list<std::pair<Index, std::int64_t>> numbers) {
-  Position at;
-  for (const auto& [index, number] : numbers) at[index] = number;
-  return at;
-}
-
 class ResultReader : public testing::Test {
  protected:
   /// The bytes of the model's counts, one of them changed.
@@ -63,29 +58,16 @@ class ResultReader : public testing::Test {
     return bytes;
   }
 
-  void write(const std::string& name, const std::string& bytes) const {
-    directory_.write(name, bytes);
-  }
-
   void writeModel() const {
-    write("SystemInfo.bin", systemInfo());
-    write("NaturalFrequency.bin", zeroRecords(kModes));
+    directory_.write("SystemInfo.bin", systemInfo());
+    directory_.write("NaturalFrequency.bin", zeroRecords(kModes));
   }
-
   ResultDirectory reader() const { return ResultDirectory(directory_.path()); }
   ResultValues open(const std::string& name) const { return reader().open(*findResultFile(name)); }
-
-  /// The words of the failure to open a file.
-  std::string fault(const std::string& name) const {
-    try {
-      static_cast<void>(open(name));
-    } catch (const std::runtime_error& error) {
-      return error.what();
-    }
-    return "";
+  void expectFault(const std::string& name, const char* words) const {
+    EXPECT_THAT([&] { open(name); }, ThrowsMessage<std::runtime_error>(HasSubstr(words)));
   }
 
- private:
   test::TemporaryDirectory directory_;
 };
 
@@ -113,7 +95,7 @@ TEST(ResultFileTable, HoldsEveryFileOnceWithTheCountsOfItsKinds) {
   }
   EXPECT_EQ(names.size(), kResultFiles.size());
   // text, system, mode, mode and point, engine, family, load case, marks, angle
-  EXPECT_THAT(layouts, testing::ElementsAre(4, 1, 1, 2, 3, 36, 16, 1, 10));
+  EXPECT_THAT(layouts, ElementsAre(4, 1, 1, 2, 3, 36, 16, 1, 10));
   EXPECT_EQ(findResultFile("DieselAcceleration.bin"), nullptr);
 }
 
@@ -151,7 +133,7 @@ TEST_F(ResultReader, FindsEveryValueOfEveryLayout) {
         << file.name;
     std::string bytes;
     for (int i = 1; i <= file.records; ++i) bytes += record(i);
-    write(file.name, bytes);
+    directory_.write(file.name, bytes);
     ResultValues values = open(file.name);
     std::string axes;
     Position at;
@@ -174,88 +156,81 @@ TEST_F(ResultReader, FindsEveryValueOfEveryLayout) {
     at[values.axes().back().index] = 0;
     EXPECT_THROW(static_cast<void>(values.value(at)), std::runtime_error);
   }
-  EXPECT_EQ(open("SystemInfo.bin").value(position({{Index::point, 14}})), kLoadCases);
+  Position loadCases;
+  loadCases[Index::point] = 14;
+  EXPECT_EQ(open("SystemInfo.bin").value(loadCases), kLoadCases);
   EXPECT_EQ(reader().count(SystemCount::generators), kGenerators);
 }
 
 TEST_F(ResultReader, ReadsFarPlacesOfALargeFile) {
-  write("SystemInfo.bin", systemInfo({14, 9000}));
+  constexpr int cases = 9000;
+  directory_.write("SystemInfo.bin", systemInfo({14, cases}));
   std::string bytes;
-  for (int i = 1; i <= 9000 * kShafts; ++i) {
-    bytes += record(i);
-  }
-  write("NominalTorque.bin", bytes);
+  for (int i = 1; i <= cases * kShafts; ++i) bytes += record(i);
+  directory_.write("NominalTorque.bin", bytes);
   ResultValues values = open("NominalTorque.bin");
-  for (const std::int64_t loadCase : {9000, 1, 8999, 2048, 2049, 5}) {
-    EXPECT_EQ(values.value(position({{Index::loadCase, loadCase}, {Index::point, kShafts}})),
-              static_cast<double>(loadCase * kShafts));
+  Position at;
+  at[Index::point] = kShafts;
+  for (const int loadCase : {cases, 1, 8999, 2048, 2049, 5}) {
+    at[Index::loadCase] = loadCase;
+    EXPECT_EQ(values.value(at), loadCase * kShafts);
   }
-
   // Neighbouring records at once.
   std::vector<double> three(3);
-  values.read(9000 * kShafts - 2, three);
-  EXPECT_THAT(three, testing::ElementsAre(9000 * kShafts - 2, 9000 * kShafts - 1, 9000 * kShafts));
-  for (const std::int64_t first : {0, 9000 * kShafts - 1}) {
+  values.read(cases * kShafts - 2, three);
+  EXPECT_THAT(three, ElementsAre(cases * kShafts - 2, cases * kShafts - 1, cases * kShafts));
+  for (const std::int64_t first : {0, cases * kShafts - 1}) {
     EXPECT_THAT([&] { values.read(first, three); },
                 ThrowsMessage<std::runtime_error>(HasSubstr("outside the file")));
   }
+
+  constexpr double infinity = std::numeric_limits<double>::infinity();
+  directory_.write("NaturalFrequency.bin", record(-0.0) + record(std::nan("")) + record(-infinity));
+  open("NaturalFrequency.bin").read(1, three);
+  EXPECT_TRUE(std::signbit(three[0]));
+  EXPECT_THAT(three, ElementsAre(0, IsNan(), -infinity));
 }
 
 TEST_F(ResultReader, FindsSizesWithoutSystemInfo) {
-  write("NaturalFrequency.bin", zeroRecords(3));
-  write("RelativeDeflection.bin", zeroRecords(2 * 7));
-  write("SynthesisVelocity.bin", zeroRecords(4 * 7));
-  write("DieselTorque.bin", zeroRecords(4));
+  directory_.write("NaturalFrequency.bin", zeroRecords(3));
+  directory_.write("RelativeDeflection.bin", zeroRecords(2 * 7));
+  directory_.write("SynthesisVelocity.bin", zeroRecords(4 * 7));
+  directory_.write("DieselTorque.bin", zeroRecords(4));
   EXPECT_EQ(reader().modes(), 3);
   EXPECT_EQ(open("RelativeDeflection.bin").axis(Index::point)->last, 7);
   EXPECT_EQ(open("SynthesisVelocity.bin").axis(Index::loadCase)->last, 4);
   EXPECT_EQ(reader().count(SystemCount::shafts), std::nullopt);
-  EXPECT_THAT(fault("DieselTorque.bin"), HasSubstr("unknown"));
-}
-
-TEST_F(ResultReader, KeepsValuesThatAreNoNumbers) {
-  constexpr double infinity = std::numeric_limits<double>::infinity();
-  write("NaturalFrequency.bin", record(-0.0) + record(std::nan("")) + record(-infinity));
-  std::vector<double> three(3);
-  open("NaturalFrequency.bin").read(1, three);
-  EXPECT_TRUE(std::signbit(three[0]));
-  EXPECT_TRUE(std::isnan(three[1]));
-  EXPECT_EQ(three[2], -infinity);
+  expectFault("DieselTorque.bin", "unknown");
 }
 
 TEST_F(ResultReader, NamesWhatIsWrongWithAFile) {
   struct Case {
-    const char* name;
     std::string systemInfo, bytes;
     const char* words;
+    const char* name = "NominalTorque.bin";
   };
   const std::string whole = zeroRecords(kLoadCases * kShafts);
   for (const Case& each : {
-           Case{"NominalTorque.bin", systemInfo(), whole.substr(1), "95 bytes"},
-           Case{"NominalTorque.bin", systemInfo(), whole + record(1), "13 records"},
-           Case{"NominalTorque.bin", systemInfo(), whole.substr(32),
-                "8 records where the model calls for 12"},
-           Case{"PropellerTorque.bin", systemInfo(), whole, "no multiple of 48"},
-           Case{"ElectricMotorTorque.bin", systemInfo(), whole, "12 records"},
-           Case{"NominalTorque.bin", systemInfo().substr(8), whole, "17 records"},
-           Case{"NominalTorque.bin", systemInfo({14, 2.5}), whole, "load cases"},
-           Case{"NominalTorque.bin", systemInfo({2, -1}), whole, "shafts"},
-           Case{"NominalTorque.bin", systemInfo({2, std::nan("")}), whole, "shafts"},
-           Case{"NominalTorque.bin", systemInfo({14, 1e300}), whole, "load cases"},
-           Case{"DieselTorque.bin",
-                systemInfo({14, 1e9}).replace(56, 8, record(1e9)).replace(8, 8, record(1e9)), whole,
-                "absurd"},
+           Case{systemInfo(), whole.substr(1), "95 bytes"},
+           Case{systemInfo(), whole + record(1), "13 records"},
+           Case{systemInfo(), whole.substr(32), "8 records where the model calls for 12"},
+           Case{systemInfo(), whole, "no multiple of 48", "PropellerTorque.bin"},
+           Case{systemInfo(), whole, "12 records", "ElectricMotorTorque.bin"},
+           Case{systemInfo().substr(8), whole, "17 records"},
+           Case{systemInfo({14, 2.5}), whole, "load cases"},
+           Case{systemInfo({2, -1}), whole, "shafts"},
+           Case{systemInfo({2, std::nan("")}), whole, "shafts"},
+           Case{systemInfo({14, 1e300}), whole, "load cases"},
+           Case{systemInfo({14, 1e9}).replace(56, 8, record(1e9)).replace(8, 8, record(1e9)), whole,
+                "absurd", "DieselTorque.bin"},
+           Case{systemInfo(), "", "no record", "NaturalFrequency.bin"},
+           Case{systemInfo(), "words", "text", "Overview.txt"},
        }) {
-    write("SystemInfo.bin", each.systemInfo);
-    write(each.name, each.bytes);
-    EXPECT_THAT(fault(each.name), HasSubstr(each.words));
+    directory_.write("SystemInfo.bin", each.systemInfo);
+    directory_.write(each.name, each.bytes);
+    expectFault(each.name, each.words);
   }
-  write("SystemInfo.bin", systemInfo());
-  write("NaturalFrequency.bin", "");
-  EXPECT_THAT(fault("NaturalFrequency.bin"), HasSubstr("no record"));
-  EXPECT_THAT(fault("ResultantTorque.bin"), HasSubstr("no such file"));
-  write("Overview.txt", "words");
-  EXPECT_THAT(fault("Overview.txt"), HasSubstr("text"));
+  expectFault("ResultantTorque.bin", "no such file");
   EXPECT_EQ(reader().text(resultFile("Overview.txt")), "words");
   EXPECT_THROW(ResultDirectory("no such directory"), std::runtime_error);
 }
