@@ -11,8 +11,8 @@
 #include "Excitation/CrankAngles.h"
 #include "Excitation/TheoreticalPressure.h"
 #include "benchmarks/PlainPressureCurve.h"
+#include "benchmarks/PlainTransform.h"
 #include "include/verenwick.h"
-#include "tests/ComputationsSrc/PlainTransform.h"
 #include "tests/Excitation/SampleEngines.h"
 
 namespace verenwick {

@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "ComputationsSrc/PlainTransform.h"
+#include "ComputationsSrc/DiscreteFourierTransform.h"
 #include "Excitation/HarmonicFileText.h"
 #include "Excitation/TheoreticalPressure.h"
 #include "InputAndChecking/DataFiles.h"
@@ -256,7 +256,8 @@ Coefficients curveTorque(const DIESEL_RECORD& d, bool misfire) {
     // Point 181 of the curve is top dead centre.
     torque.push_back(curve[(degrees + 180) % cycle] * kPi / 4 * d.BORE * d.BORE * lever);
   }
-  Coefficients coefficients = plain::transform(d.NSTROKE == 2 ? 21 : 25, torque);
+  Coefficients coefficients(d.NSTROKE == 2 ? 21 : 25);
+  DISCRETEFOURIERTRANSFORM(coefficients, torque);
   coefficients.erase(coefficients.begin());
   return coefficients;
 }
