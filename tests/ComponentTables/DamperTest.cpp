@@ -41,16 +41,13 @@ TEST(ViscousDamper, TakesDampingAndStiffnessFromItsTable) {
   };
   const char* three = "Hz\tNms/rad Nm/rad\n10 1000 100\n\t20,0 800 300\n40 500 1100\n\n";
   const char* one = "frequency damping\n25 700\n";
-  const char* none = "frequency damping stiffness\n";
-  for (const Case& c : {Case{three, 1.0, 1000.0, 100.0},  // on rows
-                        {three, 2.0, 800.0, 300.0},
-                        {three, 1.5, 900.0, 200.0},  // between them
+  for (const Case& c : {Case{three, 2.0, 800.0, 300.0},  // on a row
+                        {three, 1.5, 900.0, 200.0},      // between them
                         {three, 3.0, 650.0, 700.0},
                         {three, 0.5, 1100.0, 0.0},  // beyond them, without a limit
                         {three, 8.0, -100.0, 2700.0},
-                        {one, 0.0, 700.0, 0.0},
                         {one, 12.0, 700.0, 0.0},
-                        {none, 3.0, 900.0, 0.0}}) {
+                        {"no rows, only\n", 3.0, 900.0, 0.0}}) {
     WithTable damper(c.file);
     ASSERT_TRUE(damper.isLoaded) << damper.log();
     EXPECT_EQ(GET_VISCOUSDAMPER_ISCUSTOMSTIFFNESS(damper.table(), 1), c.file != one);

@@ -8,6 +8,7 @@ namespace verenwick {
 namespace {
 
 using test::ReadModel;
+using Values = std::vector<double>;
 
 constexpr double kTwoPi = 2 * 3.141592653589793;
 
@@ -166,69 +167,56 @@ TEST_F(Propeller, IceRulesPhaseAndOrdersOfTheModel) {
   EXPECT_EQ(GET_PROPELLERICEHARMONICORDERNUMBER(table), 52) << "of the first in ice";
 }
 
-/// The ice file of one blade at two speed ratios, line by line: 5 ratios, 9 mean, 14 to 17 cosines,
-/// 22 to 25 sines, the others headings.
-std::vector<std::string> iceLines() {
-  std::vector<std::string> lines(25, "heading 1.0");
-  lines[4] = "\t0,6\t0.9 remark";
-  lines[8] = "0 1000.0 2000.0 3000.0";
-  for (std::size_t o = 1; o <= 4; ++o) {
-    const std::string order = std::to_string(o);
-    lines[12 + o] = "9" + order + " 1" + order + ".5 2" + order + ".5";
-    lines[20 + o] = order + " -1" + order + ".25 -2" + order + ".25";
-  }
-  return lines;
-}
-
 std::string failureIn(const std::string& file, std::size_t line) {
   return " Error occurs when reading " + file + " in line " + std::to_string(line) + "\n";
 }
 
 TEST_F(Propeller, IceFileFillsTheTableOrNamesTheLineThatBreaks) {
+  // Of one blade at two speed ratios.
+  std::vector<std::string> whole(26, "heading 1.0");
+  whole[5 - 1] = "\t0,6\t0.9 remark";
+  whole[9 - 1] = "0 1000.0 2000.0 3000.0";
+  for (std::size_t o = 1; o <= 4; ++o) {
+    const std::string order = std::to_string(o);
+    whole[13 + o - 1] = "9" + order + " 1" + order + ".5 2" + order + ".5";
+    whole[21 + o - 1] = order + " -1" + order + ".25 -2" + order + ".25";
+  }
+  p.NBLADE = 1;
+  p.NSPEEDRATIO = 2;
+  p.HASICEEXCITATION = true;
   struct Case {
     const char* what;
     std::size_t line;         ///< that is changed
     const char* replacement;  ///< null: the file ends before it
   };
-  for (const Case& c : {Case{"whole", 26, "not read"},
-                        {"empty file", 1, nullptr},
+  for (const Case& c : {Case{"empty file", 1, nullptr},
                         {"one ratio only", 5, "0.6"},
                         {"ends in the headings", 8, nullptr},
                         {"a word in the mean", 9, "0 1000 much"},
                         {"too few cosines", 17, "94 14.5"},
                         {"blank line in the sines", 23, ""},
-                        {"last line missing", 25, nullptr}}) {
-    const ReadModel scratch;  // for a log of its own
-    std::vector<std::string> lines = iceLines();
-    lines.resize(c.replacement == nullptr ? c.line - 1 : std::max(lines.size(), c.line));
-    if (c.replacement != nullptr) {
-      lines[c.line - 1] = c.replacement;
-    }
+                        {"last line missing", 25, nullptr},
+                        {"whole", 26, "not read"}}) {
     std::string text;
-    for (const std::string& line : lines) {
-      text += line + "\n";
+    for (std::size_t i = 0; i + 1 < c.line || (i < whole.size() && c.replacement != nullptr); ++i) {
+      text += (i + 1 == c.line ? c.replacement : whole[i]) + "\n";
     }
+    const ReadModel scratch;  // for a log of its own
     const std::string file = scratch.directory().write("ice.txt", text);
-    p.NBLADE = 1;
-    p.NSPEEDRATIO = 2;
-    p.HASICEEXCITATION = true;
     p.EXCITATIONFILE = "  " + file + "  ";
-    const bool isSound = c.line > 25;
+    const bool isSound = c.line == 26;
     EXPECT_EQ(loadDataFiles(read.model), isSound) << c.what;
     EXPECT_EQ(scratch.log(), isSound ? "" : failureIn(file, c.line)) << c.what;
     // What was read so far is a table that can be used.
     CALCULATE_PROPELLER_FOURIERCOEFFICIENT(table, 1);
-    if (isSound) {
-      EXPECT_EQ(p.SPEEDRATIO[0], 0.6);
-      EXPECT_EQ(p.SPEEDRATIO[1], 0.9);
-      // The orders that stand with the sines count.
-      EXPECT_EQ(p.ICEHARMONICORDER, (std::vector<double>{0, 1, 2, 3, 4}));
-      EXPECT_EQ(p.ICECOSINE,
-                (std::vector<double>{1000, 2000, 11.5, 21.5, 12.5, 22.5, 13.5, 23.5, 14.5, 24.5}));
-      EXPECT_EQ(p.ICESINE, (std::vector<double>{0, 0, -11.25, -21.25, -12.25, -22.25, -13.25,
-                                                -23.25, -14.25, -24.25}));
-    }
   }
+  EXPECT_EQ(p.SPEEDRATIO[0], 0.6);
+  EXPECT_EQ(p.SPEEDRATIO[1], 0.9);
+  // The orders that stand with the sines count.
+  EXPECT_EQ(p.ICEHARMONICORDER, (Values{0, 1, 2, 3, 4}));
+  EXPECT_EQ(p.ICECOSINE, (Values{1000, 2000, 11.5, 21.5, 12.5, 22.5, 13.5, 23.5, 14.5, 24.5}));
+  EXPECT_EQ(p.ICESINE,
+            (Values{0, 0, -11.25, -21.25, -12.25, -22.25, -13.25, -23.25, -14.25, -24.25}));
 }
 
 TEST_F(Propeller, EntrainedWaterFileHasOneLineALoadCase) {
@@ -238,7 +226,7 @@ TEST_F(Propeller, EntrainedWaterFileHasOneLineALoadCase) {
   p.VARIABLEENTRAINEDWATERFILE =
       read.directory().write("water.txt", "case1 4000,5\n 2\t4100 7\ncase3 4200.0\ncase4 x\n");
   ASSERT_TRUE(loadDataFiles(read.model));
-  EXPECT_EQ(p.VARIABLEENTRAINEDWATERTABLE, (std::vector<double>{4000.5, 4100.0, 4200.0}));
+  EXPECT_EQ(p.VARIABLEENTRAINEDWATERTABLE, (Values{4000.5, 4100.0, 4200.0}));
   p.NLOADCASE = 4;
   EXPECT_FALSE(loadDataFiles(read.model));
   EXPECT_EQ(read.log(), failureIn(p.VARIABLEENTRAINEDWATERFILE, 4));

@@ -32,19 +32,15 @@ TEST(MatrixStructure, BandwidthFollowsThePermutation) {
   // Chain 1-2-3-4.
   const Indices XADJ = {1, 2, 4, 6, 7};
   const Indices ADJ = {2, 1, 3, 2, 4, 3};
-  struct Case {
-    Indices permutation;
-    Indices inverse;
-    std::int32_t bandwidth;
-  };
-  for (const Case& c : {Case{{1, 2, 3, 4}, {1, 2, 3, 4}, 1},
-                        {{4, 1, 2, 3}, {2, 3, 4, 1}, 3},
-                        {{1, 3, 2, 4}, {1, 3, 2, 4}, 2}}) {
+  for (const auto& [permutation, inverse, bandwidth] :
+       {std::tuple{Indices{1, 2, 3, 4}, Indices{1, 2, 3, 4}, 1},
+        {Indices{4, 1, 2, 3}, Indices{2, 3, 4, 1}, 3},
+        {Indices{1, 3, 2, 4}, Indices{1, 3, 2, 4}, 2}}) {
     std::int32_t KL = -1;
     std::int32_t KU = -1;
-    COMPUTEBANDWIDTH(4, XADJ, ADJ, c.permutation, c.inverse, KL, KU);
-    EXPECT_EQ(KL, c.bandwidth);
-    EXPECT_EQ(KU, c.bandwidth);
+    COMPUTEBANDWIDTH(4, XADJ, ADJ, permutation, inverse, KL, KU);
+    EXPECT_EQ(KL, bandwidth);
+    EXPECT_EQ(KU, bandwidth);
   }
 }
 
