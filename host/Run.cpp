@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <initializer_list>
 #include <stdexcept>
+#include <string_view>
 #include <system_error>
 #include <vector>
 
@@ -71,6 +72,25 @@ void prepare(const std::filesystem::path& directory, Steps steps) {
   }
 }
 
+/// Gives the run the genset file that lies beside the input, in place of one in the result
+/// directory.
+void copyGensetFile(const std::filesystem::path& input, const std::filesystem::path& directory) {
+  constexpr std::string_view name = resultFile("Genset.txt").name;
+  const std::filesystem::path source = input.parent_path() / name;
+  const std::filesystem::path target = directory / name;
+  std::error_code error;
+  if (!std::filesystem::exists(source, error) ||
+      std::filesystem::equivalent(source, target, error)) {
+    return;
+  }
+  std::filesystem::copy_file(source, target, std::filesystem::copy_options::overwrite_existing,
+                             error);
+  if (error) {
+    throw std::runtime_error(fmt::format("{} can't be copied to {}: {}", source.string(),
+                                         target.string(), error.message()));
+  }
+}
+
 /// Whether the model calls for a file; false too where only the file itself can tell.
 bool calledFor(const ResultFile& file, const ResultDirectory& directory) {
   const auto any = [&directory](std::initializer_list<SystemCount> counts) {
@@ -112,6 +132,7 @@ RunOutcome runSolver(const std::filesystem::path& input, const std::filesystem::
                      std::int32_t mode) {
   const Steps steps = stepsOf(mode);
   prepare(directory, steps);
+  copyGensetFile(input, directory);
   const bool accepted = solve(input, directory, mode);
 
   const ResultDirectory results(directory);

@@ -25,8 +25,9 @@ struct RunOutcome {
 };
 
 /// One run of the solver, which serves one in a process. Makes the result directory and takes away
-/// what an earlier run has left of the files that this one writes. Throws std::runtime_error if
-/// that can't be done, or if the run leaves files that aren't whole.
+/// what an earlier run has left of the files that this one writes; a "Genset.txt" beside the input
+/// is copied there. Throws std::runtime_error if that can't be done, or if the run leaves files
+/// that aren't whole.
 RunOutcome runSolver(const std::filesystem::path& input, const std::filesystem::path& directory,
                      std::int32_t mode);
 

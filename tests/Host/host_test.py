@@ -109,6 +109,20 @@ class Run(HostTest):
                             ("/".join(["d" * 200] * 6), "no log")):
             self.assertIn(words, self.run_plant(TWO, "--results", name, status=1).stderr)
 
+    def test_genset_file_beside_the_input_is_the_one_that_counts(self):
+        mine = self.here / "Genset.txt"
+        mine.write_text("1 100 90\n")
+        for directory in ("fresh", "fresh", "."):
+            self.run_plant(TWO, "--mode", "report", "--results", directory)
+            self.assertEqual((self.here / directory / "Genset.txt").read_text(), "1 100 90\n")
+            (self.here / "fresh" / "Genset.txt").write_text("1 50 40\n")
+        mine.unlink()
+        self.run_plant(TWO, "--mode", "report", "--results", "fresh")
+        self.assertEqual((self.here / "fresh" / "Genset.txt").read_text(), "1 50 40\n")
+        mine.mkdir()
+        done = self.run_plant(TWO, "--results", "fresh", status=1)
+        self.assertIn("Genset.txt can't be copied", done.stderr)
+
     def test_modes(self):
         for mode, free in (("report", False), ("0", False), ("free", True), ("1", True),
                            ("forced", False), ("both", True), ("7", True), ("-3", True)):
