@@ -16,10 +16,13 @@ namespace {
 using Complex = std::complex<double>;
 using Coefficients = std::vector<Complex>;
 
-/// The first engine of an example plant, to be changed and loaded.
+/// The first engine of an example plant, to be changed and loaded; its pressures are those of the
+/// model.
 struct Engine : test::ReadModel {
-  explicit Engine(const char* plant) : ReadModel(test::exampleInput(plant)) {
+  explicit Engine(const char* plant) {
+    readExample(plant);
     EXPECT_TRUE(isOk()) << log();
+    record().ISGENSET = false;
   }
   /// Sets the load case of a speed in rpm and a fraction of the rated torque.
   void load(double rpm, double share) {

@@ -1,9 +1,14 @@
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <map>
+#include <set>
+#include <sstream>
 
+#include "InputAndChecking/DataChecking.h"
+#include "InputAndChecking/InputSections.h"
 #include "RunControl/Constants.h"
-#include "Support/SolverRun.h"
+#include "Support/ReadModel.h"
 #include "results/RecordNumbers.h"
 
 namespace verenwick::test {
@@ -43,6 +48,15 @@ TEST(ExamplePlants, KeepTheirWord) {
            {"two-stroke-ship", "VectorSum.bin", 5, 1, 0},
            {"two-stroke-ship", "VectorSum.bin", 4, 0, 0.05},
            {"ice-ship", "NominalTorque.bin", 12 * 13 + 1, kInIce, 1},
+           // Twice the blade order at 645 rpm, the converter's ripple at 695 rpm.
+           {"azimuth-thruster", "PropellerTorque.bin", torque(18, 2, 5, 2, 5), 7450, 10},
+           {"azimuth-thruster", "ElectricMotorTorque.bin", torque(22, 4, 5, 2, 4), 947, 1},
+           // The blade order at 71 rpm with the water of that load case, and twice it at 152 rpm.
+           {"gas-turbine-ship", "SynthesisTorque.bin", 6 * 6 + 2, 24.92e3, 10},
+           {"gas-turbine-ship", "SynthesisTorque.bin", 26 * 6 + 3, 43.97e3, 10},
+           // The heat of the rubber and the stress of the crankshaft at rated speed.
+           {"fire-pump", "ShaftPowerLoss.bin", 18 * 10 + 1, 343, 1},
+           {"fire-pump", "SynthesisStress.bin", 18 * 10 + 6, 43.6e6, 1e5},
        }) {
     const SolverRun& run =
         runs.try_emplace(value.plant, exampleInput(value.plant), 3).first->second;
@@ -50,6 +64,48 @@ TEST(ExamplePlants, KeepTheirWord) {
     EXPECT_NEAR(run.records(value.file).at(static_cast<std::size_t>(value.record) - 1), value.value,
                 value.tolerance)
         << value.plant << ' ' << value.file << value.record;
+  }
+}
+
+/// Names of the example plants.
+std::vector<std::string> plants() {
+  std::vector<std::string> names;
+  for (const auto& entry : std::filesystem::directory_iterator(VERENWICK_EXAMPLES)) {
+    if (std::filesystem::exists(entry.path() / "input.txt")) {
+      names.push_back(entry.path().filename().string());
+    }
+  }
+  return names;
+}
+
+TEST(ExamplePlants, UseEverySectionAndHaveAPage) {
+  std::set<std::string> unused = {"LOADCASE"};
+  for (const InputSection& section : inputSections()) {
+    unused.emplace(section.keyword);
+  }
+  ASSERT_GT(unused.size(), 15U);
+  for (const std::string& plant : plants()) {
+    EXPECT_TRUE(std::filesystem::exists(VERENWICK_EXAMPLES "/" + plant + "/README.md")) << plant;
+    std::istringstream lines(exampleInput(plant));
+    std::string word;
+    for (std::string line; word != "LOADCASE" && std::getline(lines, line); unused.erase(word)) {
+      word.clear();
+      std::istringstream(line) >> word;
+    }
+  }
+  EXPECT_EQ(unused, std::set<std::string>());
+}
+
+TEST(ExamplePlants, AreReadWithoutWarnings) {
+  for (const std::string& plant : plants()) {
+    ReadModel model;
+    model.readExample(plant);
+    EXPECT_TRUE(model.isOk() && DATACHECKING(model.model, 2)) << plant;
+    std::istringstream log(model.log());
+    for (std::string line; std::getline(log, line);) {
+      // A bank that stands the bank angle behind the other one can't satisfy the check.
+      EXPECT_TRUE(line.starts_with(" Warning: Bank B of Diesel")) << plant << line;
+    }
   }
 }
 

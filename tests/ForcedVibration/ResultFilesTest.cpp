@@ -83,7 +83,7 @@ TEST(ForcedResultFiles, EveryValueOfAFamilyStandsAtTheRecordOfItsPlace) {
 /// sources stands still.
 TEST(ForcedResultFiles, WaveformsFollowTheLoadCasesAndPoints) {
   const SolverRun ship("OUTPUTANGLEBASEDRESULTS\n" + exampleInput("two-stroke-ship"), 2);
-  const SolverRun genset("OUTPUTANGLEBASEDRESULTS\n" + exampleInput("v-genset"), 2);
+  const SolverRun pump(exampleInput("fire-pump"), 2);
   for (const auto& [word, sum] : {std::pair<std::string, const char*>{"AngularDef", "Deflection"},
                                   {"AngularVel", "Velocity"},
                                   {"AngularAcce", "Acceleration"},
@@ -101,8 +101,8 @@ TEST(ForcedResultFiles, WaveformsFollowTheLoadCasesAndPoints) {
       };
       EXPECT_EQ((range(diesel) + range(propeller)) / 2, synthesis[at]) << word << at;
     }
-    const std::size_t records = genset.records(word + "AngleBasedDiesel.bin").size();
-    EXPECT_EQ(genset.records(word + "AngleBasedPropeller.bin"), std::vector<double>(records));
+    const std::size_t records = pump.records(word + "AngleBasedDiesel.bin").size();
+    EXPECT_EQ(pump.records(word + "AngleBasedPropeller.bin"), std::vector<double>(records));
   }
 }
 

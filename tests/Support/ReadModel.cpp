@@ -17,4 +17,12 @@ void ReadModel::read(std::string inputText) {
   isOk_ = READINPUTFILE(directory_.write("input.txt", text), model);
 }
 
+void ReadModel::readExample(const std::string& plant) {
+  const auto genset = std::filesystem::path(VERENWICK_EXAMPLES) / plant / "Genset.txt";
+  if (std::filesystem::exists(genset)) {
+    std::filesystem::copy(genset, directory_.path());
+  }
+  read(exampleInput(plant));
+}
+
 }  // namespace verenwick::test

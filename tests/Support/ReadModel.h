@@ -16,6 +16,8 @@ class ReadModel {
   explicit ReadModel(std::string inputText);
   /// Reads an input; write the files that it names into the directory before.
   void read(std::string inputText);
+  /// Reads an example plant, with the genset file that lies beside its input.
+  void readExample(const std::string& plant);
 
   bool isOk() const { return isOk_; }
   /// The words of the log.

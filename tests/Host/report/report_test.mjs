@@ -1,7 +1,7 @@
 // The report as an engineer sees it, in a browser without a window.
 import assert from "node:assert/strict";
 import { execFileSync } from "node:child_process";
-import { readFileSync, rmSync, statSync, writeFileSync } from "node:fs";
+import { copyFileSync, readFileSync, rmSync, statSync, writeFileSync } from "node:fs";
 import { join } from "node:path";
 import { after, before, test } from "node:test";
 
@@ -279,7 +279,9 @@ GENERATOR ELECTRICMOTOR
 
 test("the first page names cylinders that don't fire and the words of the log", async () => {
   const input = join(scratch, "misfiring.txt");
-  const text = readFileSync(join(process.env.VERENWICK_EXAMPLES, "v-genset", "input.txt"), "utf8");
+  const folder = join(process.env.VERENWICK_EXAMPLES, "v-genset");
+  const text = readFileSync(join(folder, "input.txt"), "utf8");
+  copyFileSync(join(folder, "Genset.txt"), join(scratch, "Genset.txt"));
   writeFileSync(input, text.replace("\n1 1 1 1 1 1 ", "\n1 1 4 1 1 1 "));
   const plant = reported("misfiring", input);
   const page = await open(plant);
