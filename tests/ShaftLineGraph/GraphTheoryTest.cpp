@@ -52,17 +52,6 @@ TEST(GraphTheory, ChecksThatAModelIsATree) {
   }
 }
 
-TEST(GraphTheory, AShaftCutsATreeIntoItsTwoSides) {
-  const Model model(6, {{1, 2}, {2, 3}, {2, 4}, {4, 5}, {4, 6}});
-  const ADJNODE graph(model.mass, model.shaft);
-  const TwoBranches sides = UNDIRECTEDGRAPH_TWOBRANCH(graph, 4, 2);
-  for (int node = 1; node <= 6; ++node) {
-    EXPECT_EQ(sides.ORGVISITEDNODE.at(node), node >= 4) << node;
-    EXPECT_EQ(sides.DESVISITEDNODE.at(node), node < 4) << node;
-  }
-  EXPECT_EQ(UNDIRECTEDGRAPH_TRAVERSALDFS(graph, 6).count(), 6);
-}
-
 TEST(GraphTheory, APropellersLineEndsAtTheFirstBranching) {
   struct Case {
     Ends ends;                    ///< elements set in the graph

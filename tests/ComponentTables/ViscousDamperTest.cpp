@@ -2,7 +2,6 @@
 
 #include "InputAndChecking/DataChecking.h"
 #include "Matrices/MassStffnessAndDampingMatrix.h"
-#include "RunControl/Constants.h"
 #include "Support/ReadModel.h"
 
 namespace verenwick {
@@ -115,22 +114,6 @@ TEST(ViscousDamper, TableActsInTheForcedProblemAtTheOrderSolved) {
   SET_VISCOUSDAMPER_ISCUSTOMDAMPING(damper.table(), 1, true);
   SET_VISCOUSDAMPER_ISCUSTOMSTIFFNESS(damper.table(), 1, false);
   EXPECT_EQ(link(4.0), (std::array{4.0 * 600.0, 4.0 * 25.0, 0.0}));
-}
-
-TEST(RubberDamper, LosesTheSameShareOfItsEnergyAtEveryFrequency) {
-  RUBBERDAMPER_TABLE table;
-  ALLOCATE_RUBBERDAMPER_TABLE(table, 1);
-  table.at(1).ABSDAMPING = 55.0;
-  table.at(1).SPEED = 1500.0;
-  // A magnifier M is a loss factor 1/M: the energy of a cycle, pi c w x^2, over the strain energy,
-  // k x^2 / 2, is 2 pi / M.
-  for (const double order : {0.5, 3.0, 7.5}) {
-    CALCULATE_RUBBERDAMPER_LOADCASESETTING(table, 1, 82000.0, 6.5, order);
-    const double w = order * angularSpeed(1500.0);
-    EXPECT_NEAR(kPi * table.at(1).DAMPING * w / (table.at(1).STIFFNESS / 2), 2 * kPi / 6.5, 1e-14);
-  }
-  CALCULATE_RUBBERDAMPER_LOADCASESETTING(table, 1, 82000.0, 0.0, 0.0);
-  EXPECT_EQ(table.at(1).DAMPING, 55.0) << "without a magnifier";
 }
 
 }  // namespace
