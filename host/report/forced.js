@@ -79,29 +79,33 @@ function addTorqueShare(rows) {
   }
 }
 
+/** A value as it stands in a column, whose unit and largest value are known. */
+const columnText = (value, unit, most) =>
+  (value === null ? "not a number" : digits(value / unit, 4, most / unit));
+
 /** The largest values of every shaft. */
 function shaftTable() {
   const { torque, stress, loss } = data.forced;
-  const mostTorque = worstOf(torque.total).value ?? 0;
+  const [mostTorque, mostStress, mostLoss] =
+    [torque, stress, loss].map(({ total }) => worstOf(total).value ?? 0);
   const [torqueUnit, torqueName] = unitFor("torque", mostTorque);
-  const [lossUnit, lossName] = unitFor("power", worstOf(loss.total).value ?? 0);
-  const [stressUnit, stressName] = unitFor("stress", 0);
+  const [lossUnit, lossName] = unitFor("power", mostLoss);
+  const [stressUnit, stressName] = unitFor("stress", mostStress);
   const rows = data.shafts.map((shaft, row) => {
     const worst = worstOf(torque.total, [row]);
     const stressed = shaft.outer > 0;
     const stressWorst = worstOf(stress.total, [row]);
-    const of = (value, unit) => (value === null ? "not a number" : digits(value / unit));
     return [
       String(shaft.id),
       `${data.inertias[shaft.origin].id}–${data.inertias[shaft.destination].id}`,
       [shaft.name, componentOfShaft.has(row) ? componentName(componentOfShaft.get(row)) : ""]
         .filter(Boolean).join(", "),
-      of(withoutNoise(worst.value, mostTorque), torqueUnit),
-      of(withoutNoise(torque.nominal[row][worst.loadCase], mostTorque), torqueUnit),
+      columnText(worst.value, torqueUnit, mostTorque),
+      columnText(torque.nominal[row][worst.loadCase], torqueUnit, mostTorque),
       caseName(worst.loadCase),
       strongestOrder("torque", row, worst.loadCase),
-      stressed ? of(stressWorst.value, stressUnit) : "–",
-      of(worstOf(loss.total, [row]).value, lossUnit),
+      stressed ? columnText(stressWorst.value, stressUnit, mostStress) : "–",
+      columnText(worstOf(loss.total, [row]).value, lossUnit, mostLoss),
     ];
   });
   return table([["shaft"], ["between"], ["name"], ["vibratory torque", torqueName],

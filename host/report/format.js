@@ -22,27 +22,34 @@ function filled(node, attributes, children) {
   return node;
 }
 
-/** A number with this many significant digits; large ones keep their digits before the point. */
-function digits(value, significant = 4) {
+const exponentOf = size => Math.floor(Math.log10(size));
+
+/** A number with this many significant digits; large ones keep their digits before the point, and
+ * none has digits below a millionth of the largest number of its column, where that is given. */
+function digits(value, significant = 4, most = 0) {
   if (value === null || value === undefined) {
     return "–";
   }
-  const size = Math.abs(value);
-  if (size === 0) {
+  const size = Math.abs(value.toPrecision(significant)); // 0.99996 is 1.000
+  const finest = most > 0 ? 5 - exponentOf(most) : Infinity;
+  if (size < 0.5 * 10 ** -finest || size === 0) {
     return "0";
   }
   if (size < 1e-4 || size >= 1e7) {
     return value.toExponential(significant - 1).replace("e+", "e");
   }
-  const decimals = significant - 1 - Math.floor(Math.log10(size));
-  return value.toFixed(Math.min(Math.max(decimals, 0), 8));
+  return value.toFixed(Math.max(Math.min(significant - 1 - exponentOf(size), finest), 0));
 }
-
-/** Zero for what is only rounding beside values of a size. */
-const withoutNoise = (value, size) => (Math.abs(value ?? size) < 1e-9 * size ? 0 : value);
 
 /** A number as short as it can be written: ids, orders, speeds. */
 const plain = value => String(Number(value.toPrecision(6)));
+
+/** A number of the input file with the digits that it has there, large ones with an exponent. */
+const given = value => (value < 1e7 ? plain(value)
+  : `${plain(value / 10 ** exponentOf(value))}e${exponentOf(value)}`);
+
+/** A length in mm; none where it is 0. */
+const millimetres = metres => (metres > 0 ? plain(metres * 1e3) : "–");
 
 /** The units that a quantity is shown in, by the value that one of it has; smallest first. */
 const UNITS = {

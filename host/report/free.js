@@ -89,7 +89,7 @@ function modePlot(holder, width, index) {
       label: curve.name, stroke: curve.stroke, width: 1.8, points: { show: true, size: 4 },
       value: (plot, value, at, column) => {
         const row = curve.rows[column ?? peak[i]];
-        return row === null ? "–" : `${data.inertias[row].id}: ${digits(withoutNoise(shape[row], 1))}`;
+        return row === null ? "–" : `${data.inertias[row].id}: ${digits(shape[row], 4, 1)}`;
       },
     }))],
     hooks: { draw: [plot => markNodes(plot, data.free.nodes[index])],

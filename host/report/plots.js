@@ -87,10 +87,11 @@ window.addEventListener("afterprint", () => {
 /** What the axes of all plots have in common. */
 function axis(label, more = {}) {
   return { label, size: 32, font: FONT, labelFont: FONT, labelSize: 20, stroke: "#333",
-    grid: { stroke: "#e3e6ea", width: 1 }, ticks: { stroke: "#c8ced5", width: 1 }, ...more };
+    grid: { stroke: "#e3e6ea", width: 1 }, ticks: { stroke: "#c8ced5", width: 1 },
+    values: tickTexts, ...more };
 }
 
-/** Tick labels, also where all values are tiny. */
+/** Tick labels, as numbers stand in tables, also where all values are tiny. */
 function tickTexts(plot, splits) {
   const most = Math.max(...splits.map(Math.abs));
   return splits.map(value => (value !== 0 && most < 1e-3 ? value.toExponential(1) : plain(value)));
@@ -152,7 +153,7 @@ function casePlot(holder, width, name, kind, curves) {
     const value = curve.values[i];
     return value === null || value === undefined ? null : value / unit;
   }));
-  const show = value => digits(withoutNoise(value, Math.max(...sizes, 0) / unit));
+  const show = value => digits(value, 4, Math.max(...sizes, 0) / unit);
   const peak = Math.max(0, values[0].indexOf(largest(values[0])));
   const x = cases.map(i => (caseAxis === "case" ? i + 1 : data.speeds[i]));
   const series = curves.map(curve => ({
@@ -163,7 +164,7 @@ function casePlot(holder, width, name, kind, curves) {
   return new uPlot(plotOptions(width, 270, {
     scales: { x: { time: false, range: around }, y: { range: fromZero } },
     axes: [caseAxis === "case" ? axis("load case", { incrs: [1, 2, 5, 10, 20, 50] })
-      : axis("speed [rpm]"), axis(`${name} [${unitName}]`, { size: 58, values: tickTexts })],
+      : axis("speed [rpm]"), axis(`${name} [${unitName}]`, { size: 58 })],
     series: [{ label: "at", value: (plot, value, at, index) => caseName(cases[index ?? peak]) },
       ...series],
   }), [x, ...values], holder);

@@ -32,12 +32,12 @@ function warnings() {
 function modelTables() {
   const inertiaRows = data.inertias.map((each, row) => [String(each.id),
     [each.name, componentOfInertia.has(row) ? componentName(componentOfInertia.get(row)) : ""]
-      .filter(Boolean).join(", "), plain(each.ratio), digits(each.inertia)]);
+      .filter(Boolean).join(", "), plain(each.ratio), given(each.inertia)]);
   const shaftRows = data.shafts.map((each, row) => [String(each.id),
     `${data.inertias[each.origin].id}–${data.inertias[each.destination].id}`,
     [each.name, componentOfShaft.has(row) ? componentName(componentOfShaft.get(row)) : ""]
-      .filter(Boolean).join(", "), plain(each.ratio), digits(each.stiffness),
-    plain(each.outer * 1e3), plain(each.inner * 1e3)]);
+      .filter(Boolean).join(", "), plain(each.ratio), given(each.stiffness),
+    millimetres(each.outer), millimetres(each.inner)]);
   return details("Tables of inertias and shafts", el("div", { class: "pair" },
     table([["inertia"], ["name"], ["speed ratio"], ["inertia", "kg m²"]], inertiaRows),
     table([["shaft"], ["between"], ["name"], ["speed ratio"], ["stiffness", "N m/rad"],
@@ -92,19 +92,23 @@ function forcedSection() {
 /** The largest values of each load case. */
 function loadCaseTable() {
   const { torque, stress, deflection, loss } = data.forced;
-  const unitOf = (total, kind) => unitFor(kind, worstOf(total).value ?? 0);
-  const [t, s, d, l] = [unitOf(torque.total, "torque"), unitOf(stress.total, "stress"),
-    unitOf(deflection.total, "deflection"), unitOf(loss.total, "power")];
+  const column = (total, kind) => {
+    const most = worstOf(total).value ?? 0;
+    const [unit, name] = unitFor(kind, most);
+    return { name, text: value => columnText(value, unit, most) };
+  };
   const at = (total, loadCase) => worstOf(total.map(values => [values[loadCase]]));
-  const of = (worst, unit) => (worst.value === null ? "not a number" : digits(worst.value / unit[0]));
-  return table([["case"], ["speed", "rpm"], ["torque", t[1]], ["shaft"], ["stress", s[1]], ["shaft"],
-    ["deflection", d[1]], ["inertia"], ["total loss", l[1]]], data.speeds.map((speed, i) => {
+  const losses = data.speeds.map((_, i) => loss.total.reduce((sum, values) =>
+    (sum === null || values[i] === null ? null : sum + values[i]), 0));
+  const [t, s, d, l] = [column(torque.total, "torque"), column(stress.total, "stress"),
+    column(deflection.total, "deflection"), column([losses], "power")];
+  return table([["case"], ["speed", "rpm"], ["torque", t.name], ["shaft"], ["stress", s.name],
+    ["shaft"], ["deflection", d.name], ["inertia"], ["total loss", l.name]],
+  data.speeds.map((speed, i) => {
     const [a, b, c] = [at(torque.total, i), at(stress.total, i), at(deflection.total, i)];
-    const sum = loss.total.reduce((sumOf, values) =>
-      (sumOf === null || values[i] === null ? null : sumOf + values[i]), 0);
-    return [String(i + 1), plain(speed), of(a, t), String(data.shafts[a.point].id), of(b, s),
-      String(data.shafts[b.point].id), of(c, d), String(data.inertias[c.point].id),
-      of({ value: sum }, l)];
+    return [String(i + 1), plain(speed), t.text(a.value), String(data.shafts[a.point].id),
+      s.text(b.value), String(data.shafts[b.point].id), d.text(c.value),
+      String(data.inertias[c.point].id), l.text(losses[i])];
   }));
 }
 

@@ -110,13 +110,13 @@ function laneLabels(lane, position) {
 
 function inertiaHint(row) {
   const inertia = data.inertias[row];
-  return `${inertiaTitle(row)}\n${digits(inertia.inertia)} kg m², speed ratio ${plain(inertia.ratio)}`;
+  return `${inertiaTitle(row)}\n${given(inertia.inertia)} kg m², speed ratio ${plain(inertia.ratio)}`;
 }
 
 function shaftHint(row) {
   const shaft = data.shafts[row];
-  const outer = shaft.outer > 0 ? `, Ø ${plain(shaft.outer * 1e3)} mm` : "";
-  return `${shaftTitle(row)}\n${digits(shaft.stiffness)} N m/rad${outer}`;
+  const outer = shaft.outer > 0 ? `, Ø ${millimetres(shaft.outer)} mm` : "";
+  return `${shaftTitle(row)}\n${given(shaft.stiffness)} N m/rad${outer}`;
 }
 
 /** The whole drawing. */
