@@ -11,7 +11,7 @@ function(insert marker)
   set(page "${page}" PARENT_SCOPE)
 endfunction()
 
-set(scripts format layout tree plots free criticals forced report)
+set(scripts format layout tree plots sources free interference criticals forced report)
 list(TRANSFORM scripts PREPEND "${SOURCE}/")
 list(TRANSFORM scripts APPEND ".js")
 

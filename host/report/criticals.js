@@ -1,16 +1,24 @@
 // The table of critical speeds, sorted by what matters.
 
-const forcedOrders = new Map((data.forced?.largest.orders || []).map(each =>
-  [`${each.component} ${plain(each.order)}`, each]));
+/** The highest critical speed of interest, as a multiple of the highest speed of the plant. */
+const SPEED_MARGIN = 1.3;
 
-/** What the forced vibration says of an order of an engine near a critical speed: the largest
- * amplitude of the order in any shaft at the load case nearest to it, if one is within a tenth. */
-function forcedAt(critical) {
-  const curve = forcedOrders.get(`${critical.component} ${plain(critical.order)}`);
+/** The critical speeds of the sources other than engines, which have no vector sum. */
+function otherCriticals() {
+  const highest = SPEED_MARGIN * highestSpeed();
+  return sources.filter(({ component }) => component.kind !== "diesel" && component.fixedSpeed === undefined)
+    .flatMap(({ component, orders }) => orders.flatMap(order => data.free.frequencies.map((omega, i) => ({
+      component: data.components.indexOf(component), order, mode: i + 1, rpm: omega * RPM / order, sum: null,
+    })).filter(({ mode, rpm }) => mode > 1 && rpm > 0 && rpm <= highest * component.ratio)));
+}
+
+/** What the forced vibration says of an order near a critical speed: the largest amplitude of the
+ * order in any shaft at the load case nearest to it, if one is within a tenth. */
+function forcedAt(critical, reference) {
+  const curve = forcedOrder(data.components[critical.component], critical.order);
   if (!curve) {
     return null;
   }
-  const reference = critical.rpm / data.components[critical.component].ratio;
   let best = null;
   data.speeds.forEach((speed, i) => {
     const away = Math.abs(speed - reference);
@@ -25,39 +33,39 @@ function forcedAt(critical) {
 
 /** The critical speeds: first those near a load case, by the amplitude there times the vector sum,
  * since other modes may have a share in the amplitude; then the others, by their vector sum over
- * the order, since high orders of gas and mass forces are weak. */
+ * the order, since high orders of gas and mass forces are weak. What has no vector sum counts
+ * with 1. */
 function rankedCriticals() {
-  const ranked = data.free.criticals.filter(each => each.sum !== null && each.rpm > 0)
-    .map(each => ({ ...each, forced: forcedAt(each) }));
-  const inside = each => {
+  const engines = data.free.criticals.filter(each => each.sum !== null && each.rpm > 0);
+  const ranked = [...engines, ...otherCriticals()].map(each => {
     const reference = each.rpm / data.components[each.component].ratio;
-    return data.speeds.length === 0
-      || (reference >= 0.9 * Math.min(...data.speeds) && reference <= 1.1 * Math.max(...data.speeds));
-  };
-  ranked.forEach(each => { each.inside = inside(each); });
-  const weight = each => (each.forced ? each.forced.value * each.sum : -1);
-  return ranked.sort((a, b) => weight(b) - weight(a)
-    || b.inside - a.inside || b.sum / b.order - a.sum / a.order);
+    const forced = forcedAt(each, reference);
+    const share = each.sum ?? 1;
+    return { ...each, reference, forced, share, weight: forced ? forced.value * share : -1,
+      inside: data.speeds.length === 0 || (Math.min(...data.speeds) <= 1.1 * reference
+        && Math.max(...data.speeds) >= 0.9 * reference) };
+  });
+  return ranked.sort((a, b) => b.weight - a.weight
+    || b.inside - a.inside || b.share / b.order - a.share / a.order);
 }
 
 function criticalTable(ranked) {
   const geared = ranked.some(each => data.components[each.component].ratio !== 1);
-  const engines = new Set(ranked.map(each => each.component)).size > 1;
+  const several = new Set(ranked.map(each => each.component)).size > 1;
   const kind = data.forced?.largest.quantity;
-  const [unit, unitName] = kind ? unitFor(kind, Math.max(0, ...ranked.map(each => each.forced?.value ?? 0)))
-    : [1, ""];
+  const most = Math.max(0, ...ranked.map(each => each.forced?.value ?? 0));
+  const [unit, unitName] = kind ? unitFor(kind, most) : [1, ""];
   const columns = [
-    engines ? [["engine"], each => componentName(data.components[each.component])] : null,
+    several ? [["source"], each => componentName(data.components[each.component])] : null,
     [["order"], each => plain(each.order)],
     [["mode"], each => String(each.mode)],
     [["natural frequency", "1/min"], each => digits(data.free.frequencies[each.mode - 1] * RPM, 5)],
-    [["critical speed", geared ? "rpm of the engine" : "rpm"], each => digits(each.rpm, 4)],
-    geared ? [["reference speed", "rpm"],
-      each => digits(each.rpm / data.components[each.component].ratio, 4)] : null,
-    [["relative vector sum"], each => each.sum.toFixed(3)],
+    [["critical speed", geared ? "rpm of the source" : "rpm"], each => digits(each.rpm, 4)],
+    geared ? [["reference speed", "rpm"], each => digits(each.reference, 4)] : null,
+    [["relative vector sum"], each => (each.sum === null ? "–" : each.sum.toFixed(3))],
     [["in range"], each => (each.inside ? "yes" : "no")],
     kind ? [[`${kind} of the order`, unitName],
-      each => (each.forced ? digits(each.forced.value / unit) : "–")] : null,
+      each => (each.forced ? columnText(each.forced.value, unit, most) : "–")] : null,
     kind ? [["in shaft"], each => (each.forced ? String(data.shafts[each.forced.shaft].id) : "–")] : null,
     kind ? [["at"], each => (each.forced ? caseName(each.forced.loadCase) : "–")] : null,
   ].filter(Boolean);
@@ -65,18 +73,20 @@ function criticalTable(ranked) {
 }
 
 function criticalTables() {
-  const shown = 15;
   const ranked = rankedCriticals();
   if (ranked.length === 0) {
     return [];
   }
-  return [el("h3", {}, "Critical speeds of the engines"),
+  const exciting = ranked.filter(each => each.share >= 0.0005).slice(0, 15);
+  return [el("h3", {}, "Critical speeds"),
     el("p", {}, data.forced
       ? "First those with a load case within 10 %, by the largest amplitude that the order reaches "
-        + "there times the vector sum; then the others by the vector sum over the order. In range: "
-        + "between 90 % of the lowest and 110 % of the highest speed of the load cases."
-      : "Those in the range of the load cases first, by the vector sum over the order."),
-    criticalTable(ranked.slice(0, shown)),
-    ranked.length > shown ? details(`All ${ranked.length} critical speeds`,
+        + "there times the vector sum; then the others by the vector sum over the order. Only "
+        + "engines have a vector sum; other sources count with 1. In range: at most 10 % "
+        + "outside of the speeds of the load cases."
+      : "Those in the range of the load cases first, by the vector sum over the order. Only "
+        + "engines have a vector sum; other sources count with 1."),
+    criticalTable(exciting),
+    ranked.length > exciting.length ? details(`All ${ranked.length} critical speeds`,
       criticalTable(ranked), false) : null];
 }

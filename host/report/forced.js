@@ -25,7 +25,7 @@ function strongestOrder(quantity, point, loadCase) {
   const curves = data.forced[quantity].orders[point];
   const best = curves.reduce((a, b) =>
     (a === null || b.values[loadCase] > a.values[loadCase] ? b : a), null);
-  return best === null ? "–" : orderWords(best);
+  return best === null ? "–" : orderName(best);
 }
 
 /** The shafts that are a damper or a coupling. */
@@ -94,6 +94,7 @@ function shaftTable() {
   const rows = data.shafts.map((shaft, row) => {
     const worst = worstOf(torque.total, [row]);
     const stressed = shaft.outer > 0;
+    const still = worst.value !== null && worst.value <= 1e-9 * mostTorque;
     const stressWorst = worstOf(stress.total, [row]);
     return [
       String(shaft.id),
@@ -102,8 +103,8 @@ function shaftTable() {
         .filter(Boolean).join(", "),
       columnText(worst.value, torqueUnit, mostTorque),
       columnText(torque.nominal[row][worst.loadCase], torqueUnit, mostTorque),
-      caseName(worst.loadCase),
-      strongestOrder("torque", row, worst.loadCase),
+      still ? "–" : caseName(worst.loadCase),
+      still ? "–" : strongestOrder("torque", row, worst.loadCase),
       stressed ? columnText(stressWorst.value, stressUnit, mostStress) : "–",
       columnText(worstOf(loss.total, [row]).value, lossUnit, mostLoss),
     ];
@@ -113,7 +114,8 @@ function shaftTable() {
     ["vibratory stress", stressName], ["power loss", lossName]], rows);
 }
 
-/** The curves of a quantity at a point: total, what else there is at the point, strongest orders. */
+/** The curves of a quantity at a point: total, what else there is at the point, strongest orders.
+ * A nominal value far above all of them starts switched off, since it would flatten them. */
 function curvesOf(quantity, point) {
   const { total, resultant, ice, nominal, orders } = data.forced[quantity];
   const curves = [{ ...TOTAL, values: total[point] }];
@@ -123,10 +125,13 @@ function curvesOf(quantity, point) {
   if (ice) {
     curves.push({ ...ICE, values: ice[point] });
   }
+  const peak = values => Math.max(...values.map(value => Math.abs(value ?? 0)));
+  const most = Math.max(...curves.map(curve => peak(curve.values)));
   if (nominal) {
-    curves.push({ ...NOMINAL, values: nominal[point] });
+    curves.push({ ...NOMINAL, values: nominal[point],
+      hidden: most > 0 && peak(nominal[point]) > 4 * most });
   }
-  for (const curve of orders[point]) {
+  for (const curve of orders[point].filter(each => peak(each.values) > 1e-6 * most)) {
     curves.push({ label: orderName(curve), values: curve.values, ...orderColour(curve) });
   }
   return curves;
@@ -142,12 +147,11 @@ function shaftFigures() {
   const place = el("div", { class: "figures" });
   data.shafts.forEach((shaft, row) => {
     const title = capital(shaftTitle(row));
-    forcedFigure(place, `${title}: torque`, "torque", "torque", () => curvesOf("torque", row));
-    if (shaft.outer > 0) {
+    const torque = forcedFigure(place, `${title}: torque`, "torque", "torque",
+      () => curvesOf("torque", row));
+    if (shaft.outer > 0) { // torque and stress side by side
+      torque.node.classList.add("first");
       forcedFigure(place, `${title}: stress`, "stress", "stress", () => curvesOf("stress", row));
-    } else {
-      place.append(el("figure", { class: "empty" }, el("figcaption", {},
-        `${title}: no stress, the shaft has no diameter`)));
     }
   });
   return place;

@@ -35,7 +35,7 @@ function digits(value, significant = 4, most = 0) {
   if (size < 0.5 * 10 ** -finest || size === 0) {
     return "0";
   }
-  if (size < 1e-4 || size >= 1e7) {
+  if ((size < 1e-4 && !(most > 0)) || size >= 1e7) {
     return value.toExponential(significant - 1).replace("e+", "e");
   }
   return value.toFixed(Math.max(Math.min(significant - 1 - exponentOf(size), finest), 0));
@@ -115,24 +115,21 @@ function caseName(loadCase) {
 
 const singleSource = new Set(data.components.filter(c => c.orders.length > 0)).size === 1;
 
-/** The name of the curve of an order, short for a legend. */
+/** The name of the curve of an order. */
 function orderName(curve) {
-  return singleSource ? `order ${plain(curve.order)}`
-    : `${plain(curve.order)} ${componentName(data.components[curve.component])}`;
-}
-
-/** The same in words. */
-function orderWords(curve) {
   return `order ${plain(curve.order)}`
     + (singleSource ? "" : ` of ${componentName(data.components[curve.component])}`);
 }
+
+const ROWS_KEPT = 25; // a table of that many isn't broken across pages
 
 /** A table: columns are [heading, unit]; rows hold texts or elements. Numbers stand to the right. */
 function table(columns, rows, className = "") {
   const numeric = columns.map((_, i) => rows.every(row => /^[-–+\d.eE]*$/.test(row[i])));
   const cell = (tag, i, ...content) => el(tag, numeric[i] ? { class: "number" }
-    : content[0].length > 30 ? { class: "wordy" } : {}, ...content);
-  return el("div", { class: `scroll ${className}` }, el("table", {},
+    : content[0].length > 20 ? { class: "wordy" } : {}, ...content);
+  const kept = rows.length <= ROWS_KEPT ? "kept" : "";
+  return el("div", { class: `scroll ${kept} ${className}` }, el("table", {},
     el("thead", {}, el("tr", {}, columns.map(([heading, unit], i) =>
       cell("th", i, heading, unit ? el("span", { class: "unit" }, unit) : null)))),
     el("tbody", {}, rows.map(row => el("tr", {}, row.map((text, i) => cell("td", i, text)))))));

@@ -74,7 +74,8 @@ window.addEventListener("beforeprint", () => {
   });
   for (const entry of figures) {
     entry.draw();
-    entry.resize(entry.node.classList.contains("wide") ? PAPER_WIDE : PAPER_HALF, PAPER_HEIGHT);
+    entry.resize(entry.node.classList.contains("wide") ? PAPER_WIDE : PAPER_HALF,
+      entry.node.closest(".modes") ? 1 : PAPER_HEIGHT);
   }
 });
 
@@ -101,10 +102,16 @@ function tickTexts(plot, splits) {
  * click, curves on and off by the legend. */
 function plotOptions(width, height, more) {
   return {
-    width, height, padding: [10, 14, 0, 0],
+    width, height, padding: [10, 14, 0, 0], ...more,
     cursor: { drag: { x: true, y: true, uni: 24 }, points: { size: 7 }, ...more.cursor },
-    ...Object.fromEntries(Object.entries(more).filter(([name]) => name !== "cursor")),
+    legend: { markers: { dash: markerStyle }, ...more.legend },
   };
+}
+
+/** The mark of a curve in a legend is dashed as the curve is. */
+function markerStyle(plot, at) {
+  const { dash } = plot.series[at];
+  return !dash ? "solid" : dash[0] > 3 ? "dashed" : "dotted";
 }
 
 /** A range of a scale from zero to a little above the largest value. */
@@ -123,7 +130,7 @@ function around(plot, least, most) {
 // Curves against the load cases.
 
 /** "speed" or "case": what the curves of the forced vibration are drawn against. */
-let caseAxis = new Set(data.speeds).size > 1 ? "speed" : "case";
+let caseAxis = speedsDiffer && data.speeds.length > 1 ? "speed" : "case";
 
 function casesInOrder() {
   const cases = data.speeds.map((_, i) => i);
@@ -144,21 +151,22 @@ function orderColour(curve) {
 }
 
 /** A plot of curves against the load cases. `kind` chooses the unit; curves are {label, values,
- * stroke, dash, width}, the first one leads: without the cursor the legend shows where it peaks. */
+ * stroke, dash, width, hidden}, the first one leads: without the cursor the legend shows where it peaks. */
 function casePlot(holder, width, name, kind, curves) {
   const cases = casesInOrder();
-  const sizes = curves.flatMap(curve => curve.values).map(v => (v === null ? 0 : Math.abs(v)));
-  const [unit, unitName] = unitFor(kind, Math.max(...sizes, 0));
+  const most = Math.max(0, ...curves.filter(curve => !curve.hidden).flatMap(curve => curve.values)
+    .map(value => Math.abs(value ?? 0)));
+  const [unit, unitName] = unitFor(kind, most);
   const values = curves.map(curve => cases.map(i => {
     const value = curve.values[i];
     return value === null || value === undefined ? null : value / unit;
   }));
-  const show = value => digits(value, 4, Math.max(...sizes, 0) / unit);
+  const show = value => digits(value, 4, most / unit);
   const peak = Math.max(0, values[0].indexOf(largest(values[0])));
   const x = cases.map(i => (caseAxis === "case" ? i + 1 : data.speeds[i]));
   const series = curves.map(curve => ({
     label: curve.label, stroke: curve.stroke, width: curve.width || 1.5, dash: curve.dash,
-    points: { size: 4 },
+    points: { size: 4 }, show: !curve.hidden,
     value: (plot, value, at, index) => show(index === null ? plot.data[at][peak] : value),
   }));
   return new uPlot(plotOptions(width, 270, {

@@ -59,28 +59,33 @@ function plantSection() {
     el("h3", {}, "Mass-elastic system"),
     drawTree(),
     el("p", { class: "quiet" }, "Discs with the root of their inertia, referred to the reference "
-      + "speed. Point at a disc or shaft for its data."),
+      + "speed.", el("span", { class: "screen" }, " Point at a disc or shaft for its data.")),
     modelTables());
 }
 
 function freeSection() {
   const content = section("free", "Natural frequencies and mode shapes", frequencyTable());
+  const resting = data.free.nodes.some((nodes, i) => nodes !== null && nodes.length !== i + 1);
   content.append(el("p", { class: "quiet" },
-    "Deflections at true speed, as a share of the largest one. Circles mark nodes."), ...modeFigures());
+    "Deflections at true speed, as a share of the largest one. Circles mark nodes."
+    + (resting ? " Inertias with less than 1e-10 of the largest deflection count as at rest." : "")),
+  ...modeFigures());
   return content;
 }
 
 function interferenceSection() {
   const content = section("interference", "Interference of orders and natural frequencies");
-  content.append(campbell(content), ...criticalTables().filter(Boolean));
+  content.append(...campbell(content), ...criticalTables().filter(Boolean));
   return content;
 }
 
 function forcedSection() {
+  const bare = data.shafts.some(shaft => !(shaft.outer > 0));
   const content = section("forced", "Forced vibration", el("p", {},
-    "Amplitudes: half the range of the synthesised wave; of an order, of its sine wave. "
-    + "A plot shows at most the eight strongest orders of its point; without the cursor the values "
-    + "are those where the synthesised curve peaks."), shaftTable(), axisChoice());
+    "Amplitudes: half the range of the synthesised wave; of an order, of its sine wave. A plot "
+    + "shows at most the eight strongest orders of its point. Legends give values under the cursor, "
+    + "or else where the synthesised curve peaks; what is pale in them isn't drawn."
+    + `${bare ? " Shafts without a diameter have no stress." : ""}`), shaftTable(), axisChoice());
   content.append(el("h3", {}, "Shafts"), shaftFigures());
   if (data.forced.damping && dampingShafts.length > 0) {
     content.append(el("h3", {}, "Dampers and couplings"), dampingFigures());
@@ -115,19 +120,20 @@ function loadCaseTable() {
 /** The tables of the load case settings: blocks of title, notes, names, units, rule, rows. */
 function settingTables() {
   const blocks = data.loadCaseSetting.split(/\r?\n\s*\r?\n/).map(lines).filter(block => block.length > 0);
-  return blocks.flatMap(block => {
+  return blocks.map(block => {
     const rule = block.findIndex(line => /^\s*-{10,}\s*$/.test(line));
     const rows = block.slice(rule + 1).map(line => line.trim().split(/\s+/));
     const names = rule < 3 ? [] : block[rule - 2].trim().split(/\s{2,}/);
     const units = rule < 3 ? [] : block[rule - 1].match(/\[[^\]]*\]/g) || [];
-    const title = el("h4", {}, block[0].trim().replace(/\s+/g, " "));
+    const setting = el("div", {}, el("h4", {}, block[0].trim().replace(/\s+/g, " ")));
     if (rule < 3 || units.length !== names.length - 1
       || rows.some(row => row.length !== names.length)) {
-      return [title, el("pre", {}, block.slice(1).join("\n"))];
+      setting.append(el("pre", {}, block.slice(1).join("\n")));
+    } else {
+      setting.append(...block.slice(1, rule - 2).map(line => el("p", { class: "quiet" }, line.trim())),
+        table(names.map((name, i) => (i === 0 ? [name] : [name, units[i - 1].slice(1, -1)])), rows));
     }
-    const notes = block.slice(1, rule - 2).map(line => el("p", { class: "quiet" }, line.trim()));
-    return [title, ...notes, table(names.map((name, i) =>
-      (i === 0 ? [name] : [name, units[i - 1].slice(1, -1)])), rows)];
+    return setting;
   });
 }
 

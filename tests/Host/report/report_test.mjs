@@ -116,8 +116,41 @@ test("the worst of each and the critical speeds stand where the files have them"
   // Order 5 of five cylinders meets mode 2 first of all.
   const first = await page.locator("#interference tbody tr").first().innerText();
   const frequency = records(plant, "NaturalFrequency")[1] * 30 / Math.PI;
-  assert.deepEqual(first.split("\t").slice(0, 6), ["5", "2", frequency.toFixed(2), (frequency / 5).toFixed(2), "1.000", "yes"]);
+  assert.deepEqual(first.split("\t").slice(0, 7), ["MainEngine", "5", "2", frequency.toFixed(2), (frequency / 5).toFixed(2), "1.000", "yes"]);
   await page.close();
+});
+
+test("the interference of sources other than engines", async () => {
+  const crossing = async (plant, ...point) => {
+    const page = await open(plant);
+    const rows = await page.locator("#interference tbody").first().locator("tr").allInnerTexts();
+    const diagram = page.locator("figure", { hasText: "Natural frequencies and order lines" });
+    await seen(diagram);
+    const [x, y] = await diagram.evaluate(({ entry: { plot } }, [speed, frequency]) =>
+      [plot.valToPos(speed, "x"), plot.valToPos(frequency, "y")], point);
+    await diagram.locator(".u-over").hover({ position: { x, y } });
+    const legend = await diagram.locator(".u-label").allTextContents();
+    const reading = await page.locator(".reading").textContent();
+    assert.deepEqual(page.faults, []);
+    await page.close();
+    return { legend, reading, rows: rows.map(row => row.split("\t")) };
+  };
+  // The propeller turns at a quarter of the engine's speed: its order 4 is the engine's 1.
+  const ship = example("ice-ship");
+  const swing = records(ship, "NaturalFrequency")[1] * 30 / Math.PI;
+  const ice = await crossing(ship, swing, swing);
+  assert.deepEqual(ice.rows[0].slice(0, 8), ["propeller 1", "4", "2", swing.toFixed(2),
+    (swing / 4).toFixed(2), swing.toFixed(1), "–", "yes"]);
+  assert.match(ice.reading, /^Order 1 of MainEngine meets mode 2 .*; so does order 4 of propeller 1$/);
+  // Two equal engines share their lines; a pump has those of its four amplitudes and mass forces.
+  const twin = example("twin-engine-gear");
+  const third = records(twin, "NaturalFrequency")[4] * 30 / Math.PI;
+  const two = await crossing(twin, third / 3, third);
+  assert.ok(two.legend.includes("orders of Port and Starboard"), two.legend.join());
+  assert.match(two.reading, /^Order 3 of Port and Starboard meets mode 5 .*relative vector sum 1.00$/);
+  const pump = await crossing(example("pump-set"), 100, 100);
+  assert.deepEqual(pump.rows[0].slice(0, 3), ["TriplexPump", "6", "2"]);
+  assert.ok(pump.rows.every(([name, order]) => name !== "TriplexPump" || order <= 6));
 });
 
 test("curves are read off, zoomed, and switched on and off", async () => {
@@ -153,7 +186,7 @@ test("curves are read off, zoomed, and switched on and off", async () => {
   const order = records(plant, "DieselTorque");
   const fifth = order[((loadCase * 20 + 4) * 11 + 8) * 4] / 1e3;
   const label = await figure.locator(".u-label").allTextContents();
-  const place = label.indexOf("5 MainEngine");
+  const place = label.indexOf("order 5 of MainEngine");
   assert.ok(place > 0, label.join());
   assert.equal(Number(hovered.legend[place]), Number(fifth.toPrecision(4)));
 
