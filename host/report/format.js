@@ -108,9 +108,9 @@ function shaftTitle(row) {
 /** Whether every load case has its own speed, so that the speed names it. */
 const speedsDiffer = new Set(data.speeds).size === data.speeds.length;
 
-function caseName(loadCase) {
+function caseName(loadCase, numbered = !speedsDiffer) {
   const speed = `${plain(data.speeds[loadCase])} rpm`;
-  return speedsDiffer ? speed : `case ${loadCase + 1}, ${speed}`;
+  return numbered ? `case ${loadCase + 1}, ${speed}` : speed;
 }
 
 const singleSource = new Set(data.components.filter(c => c.orders.length > 0)).size === 1;

@@ -138,14 +138,14 @@ function casesInOrder() {
     : cases.sort((a, b) => data.speeds[a] - data.speeds[b] || a - b);
 }
 
-/** Colours of the orders: the same one wherever an order is drawn. */
-const orderColours = new Map();
+/** The orders by their largest amplitude in any shaft. The place of an order gives its colour and
+ * dashes, wherever it is drawn. */
+const orderPlaces = new Map([...data.forced?.largest.orders ?? []]
+  .map(curve => ({ name: orderName(curve), peak: largest(curve.values) ?? Infinity }))
+  .sort((a, b) => b.peak - a.peak).map(({ name }, place) => [name, place]));
+
 function orderColour(curve) {
-  const key = orderName(curve);
-  if (!orderColours.has(key)) {
-    orderColours.set(key, orderColours.size);
-  }
-  const place = orderColours.get(key);
+  const place = orderPlaces.get(orderName(curve));
   return { stroke: PALETTE[place % PALETTE.length],
     dash: [undefined, [7, 3], [2, 3]][Math.floor(place / PALETTE.length) % 3] };
 }
@@ -173,7 +173,7 @@ function casePlot(holder, width, name, kind, curves) {
     scales: { x: { time: false, range: around }, y: { range: fromZero } },
     axes: [caseAxis === "case" ? axis("load case", { incrs: [1, 2, 5, 10, 20, 50] })
       : axis("speed [rpm]"), axis(`${name} [${unitName}]`, { size: 58 })],
-    series: [{ label: "at", value: (plot, value, at, index) => caseName(cases[index ?? peak]) },
+    series: [{ label: "at", value: (plot, value, at, index) => caseName(cases[index ?? peak], caseAxis === "case" || !speedsDiffer) },
       ...series],
   }), [x, ...values], holder);
 }

@@ -80,12 +80,15 @@ function interferenceSection() {
 }
 
 function forcedSection() {
-  const bare = data.shafts.some(shaft => !(shaft.outer > 0));
+  const notes = [
+    data.shafts.some(shaft => !(shaft.outer > 0)) ? " Shafts without a diameter have no stress." : "",
+    data.shafts.some(shaft => shaft.inner > 0)
+      ? " Stress is 16 T / (π (D³ − d³)), on the safe side for hollow shafts." : ""];
   const content = section("forced", "Forced vibration", el("p", {},
     "Amplitudes: half the range of the synthesised wave; of an order, of its sine wave. A plot "
     + "shows at most the eight strongest orders of its point. Legends give values under the cursor, "
     + "or else where the synthesised curve peaks; what is pale in them isn't drawn."
-    + `${bare ? " Shafts without a diameter have no stress." : ""}`), shaftTable(), axisChoice());
+    + notes.join("")), shaftTable(), axisChoice());
   content.append(el("h3", {}, "Shafts"), shaftFigures());
   if (data.forced.damping && dampingShafts.length > 0) {
     content.append(el("h3", {}, "Dampers and couplings"), dampingFigures());
