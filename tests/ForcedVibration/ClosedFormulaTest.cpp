@@ -293,6 +293,11 @@ TEST(ClosedFormula, MachinesShakeTheLineWithTheirHarmonicTorques) {
            {"ElectricMotor", "\n30 200 1500 1 700 4" + machine, 700, slots(4, rated), {{0, 0}}},
            {"Generator", "\n30 200 1500 1" + machine, 900, slots(1, torque), {{0, 0}}},
            {"CentrifugalPump", "\n30 200 1500 4 40" + machine, 900, slots(4, torque), {{0, 40}}},
+           {"Propeller",
+            "\n30 200 1000 4 10 0 0\n400 2500 0.8 0.6 1 100 0\nMANUAL 0 0 0 5 2 15 1\n0\n",
+            900,
+            {{4, 0.05 * torque}, {8, 0.02 * torque}},
+            {{0, 15}}},
            // The torques of its table are held in single precision.
            {"ReciprocatingPump",
             "Mud\n100 750 2 15 0 0\n29 28\n20 110\n0 0\n120 200 0.2 0 1\n2\n1 3 0 0\n6 4 0 0\n",

@@ -141,7 +141,7 @@ double firstOrder(std::span<const double> orders) {
 }
 
 /// Checks every order of every source in every load case, and what is stated as the loss of every
-/// shaft; returns how many orders moved the line. No two sources of a family excite it.
+/// shaft where no two sources of a family excite it; returns how many orders moved the line.
 int expectBalance(ReadModel& plant) {
   ModelBundle& model = plant.model;
   int orders = 0;
@@ -151,6 +151,7 @@ int expectBalance(ReadModel& plant) {
   for (std::int32_t L = 1; L <= model.loadCaseSpeed.number(); ++L) {
     LOADCASESETTING(model, L);
     LoadCaseResults results;
+    bool isEachAlone = true;
     std::vector<double> losses(asSize(model.shaft.number()));
     for (int f = 0; f < results::kFamilies; ++f) {
       const SourceFamily& sources = kSourceFamilies[asSize(f)];
@@ -184,6 +185,7 @@ int expectBalance(ReadModel& plant) {
             scale += std::abs(power);
           }
           orders += in > 0 ? 1 : 0;
+          isEachAlone = isEachAlone && (s == 1 || in == 0);
           double out = 0;
           for (std::int32_t i = 1; i <= model.mass.number(); ++i) {
             out += response.lossAtInertia(i);
@@ -201,7 +203,7 @@ int expectBalance(ReadModel& plant) {
     }
     std::vector<double> stated(losses.size());
     SINGLELOADCASESHAFTPOWERLOSS(model, results, stated);
-    for (std::size_t i = 0; i < losses.size(); ++i) {
+    for (std::size_t i = 0; i < losses.size() && isEachAlone; ++i) {
       EXPECT_NEAR(stated[i], losses[i], 1e-9 * losses[i]) << "load case " << L << ", shaft " << i;
     }
   }
@@ -215,8 +217,10 @@ TEST(EnergyBalance, PlantWithEveryKindOfComponent) {
 }
 
 TEST(EnergyBalance, ExamplePlants) {
-  // A two-stroke engine with a propeller in open water, a V engine, ice, a pump, a rubber damper.
-  for (const char* name : {"two-stroke-ship", "v-genset", "ice-ship", "pump-set", "fire-pump"}) {
+  // A two-stroke engine with a propeller in open water, a V engine, ice, a pump, a rubber damper,
+  // and twin engines on a gear with spring couplings.
+  for (const char* name :
+       {"two-stroke-ship", "v-genset", "ice-ship", "pump-set", "fire-pump", "twin-engine-gear"}) {
     SCOPED_TRACE(name);
     ReadModel plant;
     plant.readExample(name);

@@ -34,12 +34,14 @@ TEST(ExamplePlants, KeepTheirWord) {
   std::map<std::string, SolverRun> runs;
   for (const Value& value : {
            // Order 6 in the elastic coupling below, in and above the critical speed, the ripple of
-           // the motor at it, and order 1 between the throws.
+           // the motor at it, and order 1 between the throws, where the mean torque is that of two
+           // whole pumps.
            Value{"pump-set", "ReciprocatingPumpTorque.bin", torque(1, 20, 7, 6, 2), 283, 1},
            {"pump-set", "ReciprocatingPumpTorque.bin", torque(4, 20, 7, 6, 2), 1064, 1},
            {"pump-set", "ReciprocatingPumpTorque.bin", torque(8, 20, 7, 6, 2), 128, 1},
            {"pump-set", "ElectricMotorTorque.bin", torque(4, 4, 7, 1, 1), 206, 1},
            {"pump-set", "ReciprocatingPumpTorque.bin", torque(1, 20, 7, 1, 6), 12.0e3, 50},
+           {"pump-set", "NominalTorque.bin", 6, 45.8e3, 50},
            // The exciter shaft at 1485 and 1500 rpm.
            {"turbine-generator", "GeneratorTorque.bin", torque(3, 4, 6, 2, 6), 5990, 10},
            {"turbine-generator", "GeneratorTorque.bin", torque(5, 4, 6, 2, 6), 1810, 10},

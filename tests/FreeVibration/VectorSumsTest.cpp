@@ -97,9 +97,10 @@ TEST(VectorSums, AStrokeCountOfThreeHasTwentyHalfOrders) {
   diesel.at(1).NSTROKE = 3;
   diesel.at(1).NCYLINDER = 2;
   diesel.at(1).CYLINDERS = {7, 99};  // there is no inertia 99
+  diesel.at(1).FIRINGANGLEA = {0.0, 1.0};
   const auto records = [&](const char* file) { return readRecords(read.directory().file(file)); };
-  VECTORSUMS(mass, diesel, 2, std::vector{0.0, 10.0}, std::vector{1.0, -0.5});
-  ASSERT_EQ(records("VectorSumRpm.bin").size(), 20U);
+  VECTORSUMS(mass, diesel, 3, std::vector{0.0, 10.0, 20.0}, std::vector{1.0, -0.5, 2.0, 0.25});
+  ASSERT_EQ(records("VectorSumRpm.bin").size(), 2U * 20U);
   EXPECT_DOUBLE_EQ(records("VectorSumRpm.bin")[0], 10.0 * 30 / kPi / 0.5);
   EXPECT_THAT(records("VectorSum.bin"), Each(1.0));
   // All orders tie: the first one is the reference of the angles.
