@@ -64,6 +64,22 @@ TEST(ForcedRun, ALineThatNeedsTooMuchRoomIsRefusedInWords) {
   }
 }
 
+TEST(ForcedRun, EachDamperOrCouplingByItselfCallsForDampingTorque) {
+  for (const auto& [component, damping] :
+       {std::pair{"STEELSPRINGDAMPER 1\n2 1 30.0\n", "30.0 0.0"},
+        {"VISCOUSDAMPER 1\n1 2 30.0 0\n", "30.0 0.0"},
+        {"RUBBERDAMPER 1\n2 1 0.0\n", "0.0 9.0"},
+        {"LINEARCOUPLING 1\n1 500.0 90000.0\n", "0.0 9.0"},
+        {"PROGRESSIVECOUPLING 1\n1 500.0 9e4 9e4 9e4 9e4 9e4\n", "0.0 9.0"},
+        {"GEISLINGERCOUPLING 1\n1 500.0 9e4 50.0 40.0\nGEISLINGERDAMPING\nWITHPRESSURIZED\n",
+         "0.0 9.0"}}) {
+    std::string plant = kMotorLine;
+    plant.replace(plant.find("30.0 0.0"), 8, damping);
+    const SolverRun run(plant.insert(plant.find("ELECTRICMOTOR"), component), 2);
+    EXPECT_EQ(run.records("ResultantTorque.bin").size(), 1U) << component << run.log();
+  }
+}
+
 TEST(ForcedRun, ModesTwoThreeAndOthersCalculateModesZeroAndOneDoNot) {
   for (const auto& [mode, isForced, isFree] : {std::tuple{0, false, false},
                                                {1, false, true},
