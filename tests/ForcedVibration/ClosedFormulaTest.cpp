@@ -166,6 +166,7 @@ TEST(ClosedFormula, EveryQuantityOfAGearedLineWithACouplingAndDampers) {
              {0, 3, 14000, 1, 0, 4},
              {0, 4, 0, 1, 1, 0}}};
   std::vector<double> speeds;
+  speeds.reserve(rows.size());
   for (const Row& row : rows) {
     speeds.push_back(pi * row.hertz);  // the motor excites at twice its speed
   }
@@ -282,9 +283,11 @@ TEST(ClosedFormula, MachinesShakeTheLineWithTheirHarmonicTorques) {
        }) {
     std::string keyword = c.family;
     std::transform(keyword.begin(), keyword.end(), keyword.begin(), ::toupper);
+    std::ostringstream input;
+    input << line.text() << keyword << " 1 " << c.values << "LOADCASE\nRPM 1\n"
+          << keyword << "\n600 90\n";
     ForcedRun run;
-    run.start(
-        line.text() + keyword + " 1 " + c.values + "LOADCASE\nRPM 1\n" + keyword + "\n600 90\n", 2);
+    run.start(input.str(), 2);
     ASSERT_EQ(run.status(), 1) << run.log();
     for (std::size_t k = 0; k < c.slots.size(); ++k) {
       const auto& [order, amplitude] = c.slots[k];
