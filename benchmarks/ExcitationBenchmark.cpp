@@ -12,8 +12,8 @@
 #include "Excitation/TheoreticalPressure.h"
 #include "benchmarks/PlainPressureCurve.h"
 #include "benchmarks/PlainTransform.h"
-#include "include/verenwick.h"
 #include "tests/Excitation/SampleEngines.h"
+#include "verenwick.h"
 
 namespace verenwick {
 namespace {

@@ -14,6 +14,14 @@ inline constexpr std::int64_t kComponents = 4;
 /// Angle steps of the files over one period, one degree of the base frequency each.
 inline constexpr std::int64_t kAngleSteps = 360;
 
+/// The numbers of orders that an engine can have: whole ones, 1 to 20, while all engines of the
+/// model are two-stroke, else halves, 1/2 to 12. A reciprocating pump has the whole ones.
+inline constexpr std::int32_t kWholeOrders = 20;
+inline constexpr std::int32_t kHalfOrders = 24;
+
+/// The distance of neighbouring orders of an engine that has so many.
+constexpr double orderStep(std::int64_t orders) { return orders == kHalfOrders ? 0.5 : 1.0; }
+
 /// The records of "SystemInfo.bin", each one count.
 enum class SystemCount {
   inertias = 1,
@@ -30,7 +38,7 @@ enum class SystemCount {
   propellers,
   generators,
   loadCases,
-  dieselOrders,  ///< harmonic orders of every diesel, 20 or 24
+  dieselOrders,  ///< harmonic orders of every diesel, kWholeOrders or kHalfOrders
   geislingerCouplings,
   centrifugalPumps,
   reciprocatingPumps
@@ -48,7 +56,7 @@ constexpr std::int64_t fixedOrders(Family family) {
     case Family::electricMotor:
       return 4;
     case Family::reciprocatingPump:
-      return 20;
+      return kWholeOrders;
     case Family::diesel:
     case Family::propeller:
       break;

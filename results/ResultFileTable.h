@@ -37,9 +37,19 @@ enum class Family {
 };
 inline constexpr int kFamilies = 6;
 
-/// What a file of a family holds: the first three at the inertias, the others at the shafts.
+/// What a file of a family holds.
 enum class Quantity { deflection, velocity, acceleration, torque, stress, dampingTorque };
 inline constexpr int kQuantities = 6;
+
+constexpr Points pointsOf(Quantity quantity) {
+  return quantity <= Quantity::acceleration ? Points::inertias : Points::shafts;
+}
+
+constexpr std::string_view unitOf(Quantity quantity) {
+  constexpr std::array<std::string_view, kQuantities> units = {"rad", "rad/s", "rad/s2",
+                                                               "N m", "Pa",    "N m"};
+  return units[static_cast<std::size_t>(quantity)];
+}
 
 /// The step of a run that leaves the file.
 enum class Step {
@@ -81,16 +91,6 @@ constexpr ResultFile text(std::string_view name, Step step, Needs needs, std::st
 constexpr ResultFile free(std::string_view name, Layout layout, Points points, Needs needs,
                           std::string_view unit, std::string_view holds) {
   return {name, Step::free, layout, points, needs, unit, {}, {}, holds};
-}
-
-constexpr Points pointsOf(Quantity quantity) {
-  return quantity <= Quantity::acceleration ? Points::inertias : Points::shafts;
-}
-
-constexpr std::string_view unitOf(Quantity quantity) {
-  constexpr std::array<std::string_view, kQuantities> units = {"rad", "rad/s", "rad/s2",
-                                                               "N m", "Pa",    "N m"};
-  return units[static_cast<std::size_t>(quantity)];
 }
 
 constexpr ResultFile family(std::string_view name, Family family, Quantity quantity,

@@ -10,6 +10,14 @@
 #include <utility>
 
 namespace verenwick::results {
+
+struct Extent {
+  Index index;
+  std::string_view name;
+  std::optional<std::int64_t> size;
+  std::int64_t first = 1;
+};
+
 namespace {
 
 constexpr double kLargestCount = 1e9;
@@ -274,7 +282,8 @@ std::optional<std::int64_t> ResultDirectory::count(SystemCount count) const {
     return std::nullopt;
   }
   if (records(file) != kSystemCounts) {
-    fail(file.name, "broken, it holds " + counted(records(file), "record") + " instead of 18");
+    fail(file.name, "broken, it holds " + counted(records(file), "record") + " instead of " +
+                        std::to_string(kSystemCounts));
   }
   std::ifstream stream = openStream(file.name, pathOf(file));
   double value = 0;

@@ -108,12 +108,7 @@ class ResultValues {
 };
 
 /// An axis whose size may be unknown.
-struct Extent {
-  Index index;
-  std::string_view name;
-  std::optional<std::int64_t> size;
-  std::int64_t first = 1;
-};
+struct Extent;
 
 /// A result directory.
 class ResultDirectory {

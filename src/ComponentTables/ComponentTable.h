@@ -11,6 +11,8 @@
 #include <utility>
 #include <vector>
 
+#include "RunControl/Positions.h"
+
 /// The pattern of all component tables.
 namespace verenwick {
 
@@ -45,16 +47,16 @@ class ComponentTable {
   std::int32_t number() const { return records_ ? static_cast<std::int32_t>(records_->size()) : 0; }
 
   /// The record at a position from 1 to number(); the position is not checked.
-  Record& at(std::int32_t position) { return (*records_)[element(position)]; }
-  const Record& at(std::int32_t position) const { return (*records_)[element(position)]; }
+  Record& at(std::int32_t position) { return (*records_)[index(position)]; }
+  const Record& at(std::int32_t position) const { return (*records_)[index(position)]; }
 
-  std::int32_t id(std::int32_t position) const { return ids_[element(position)]; }
+  std::int32_t id(std::int32_t position) const { return ids_[index(position)]; }
   void setId(std::int32_t position, std::int32_t id) {
     if (!isIndexed_) {
-      index();
+      makeIndex();
     }
-    index_.erase({ids_[element(position)], position});
-    ids_[element(position)] = id;
+    index_.erase({ids_[index(position)], position});
+    ids_[index(position)] = id;
     index_.emplace(id, position);
   }
   /// First position with this id; 0 if there is none or the table isn't allocated.
@@ -68,14 +70,11 @@ class ComponentTable {
 
  private:
   /// Every id is 0 until the first one is set.
-  void index() {
+  void makeIndex() {
     for (std::int32_t position = 1; position <= number(); ++position) {
       index_.emplace_hint(index_.end(), 0, position);
     }
     isIndexed_ = true;
-  }
-  static std::size_t element(std::int32_t position) {
-    return static_cast<std::size_t>(position) - 1;
   }
 
   std::optional<std::vector<Record>> records_;
@@ -121,11 +120,11 @@ using FieldValue = std::conditional_t<std::is_scalar_v<Value>, Value, const Valu
 #define VERENWICK_ACCESS_ELEMENT(X, type, name)                                           \
   inline void SET_##X##_##name(X##_TABLE& table, std::int32_t position, std::int32_t i,   \
                                type value) {                                              \
-    table.at(position).name[static_cast<std::size_t>(i) - 1] = std::move(value);          \
+    table.at(position).name[index(i)] = std::move(value);                                 \
   }                                                                                       \
   inline FieldValue<type> GET_##X##_##name(const X##_TABLE& table, std::int32_t position, \
                                            std::int32_t i) {                              \
-    return table.at(position).name[static_cast<std::size_t>(i) - 1];                      \
+    return table.at(position).name[index(i)];                                             \
   }
 #define VERENWICK_ACCESS_ARRAY(X, type, name, count, meaning) \
   VERENWICK_ACCESS_ELEMENT(X, type, name)

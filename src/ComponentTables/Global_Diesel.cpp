@@ -72,20 +72,33 @@ double GET_DIESEL_POWERCYLPERCENTINCREASED(const DIESEL_TABLE& table, std::int32
   return firing == partial ? 1.0 : (firing - share) / (firing - partial);
 }
 
+double atFiringStatus(const DIESEL_TABLE& table, std::int32_t iDiesel, std::int32_t iCylinder,
+                      bool isBankA, double value) {
+  if (!GET_DIESEL_HASPARTIALFIRING(table, iDiesel)) {
+    return value;
+  }
+  if (iCylinder == 0 || GET_DIESEL_FIRINGSTATUSA(table, iDiesel, iCylinder) != partialFiring) {
+    return value * GET_DIESEL_POWERCYLPERCENTINCREASED(table, iDiesel);
+  }
+  const double percent = isBankA ? GET_DIESEL_FIRINGPERCENTA(table, iDiesel, iCylinder)
+                                 : GET_DIESEL_FIRINGPERCENTB(table, iDiesel, iCylinder);
+  return value * percent / 100.0;
+}
+
 std::int32_t GET_DIESEL_NCYLFOURIERCOEFFICIENTS(const DIESEL_TABLE& table) {
   if (table.number() == 0) {
     return 0;
   }
   const std::int32_t fourStroke = firstPosition(
       table, [&](std::int32_t iDiesel) { return GET_DIESEL_NSTROKE(table, iDiesel) != 2; });
-  return fourStroke > 0 ? 24 : 20;
+  return fourStroke > 0 ? results::kHalfOrders : results::kWholeOrders;
 }
 
 std::vector<double> GET_DIESEL_HARMONICORDER(const DIESEL_TABLE& table) {
   const std::int32_t nOrders = GET_DIESEL_NCYLFOURIERCOEFFICIENTS(table);
   std::vector<double> orders;
   for (std::int32_t k = 1; k <= nOrders; ++k) {
-    orders.push_back(nOrders == 20 ? k : k * 0.5);
+    orders.push_back(k * results::orderStep(nOrders));
   }
   return orders;
 }

@@ -4,16 +4,12 @@
 #include <string>
 
 #include "ComponentTables/ComponentTable.h"
+#include "ComponentTables/CrankMachine.h"
 #include "ComponentTables/Global_LoadCaseGenset.h"
 #include "Excitation/HarmonicData.h"
 
 /// Diesel engines.
 namespace verenwick {
-
-/// Design limit: cylinder rows of an engine or pump.
-inline constexpr std::int32_t kMaxCylinders = 20;
-/// Design limit: harmonic orders of an engine or pump.
-inline constexpr std::int32_t kMaxOrders = 24;
 
 /// What a cylinder does. The input file may hold any other number, which fires nothing.
 enum FiringStatus : std::int32_t {
@@ -24,11 +20,12 @@ enum FiringStatus : std::int32_t {
   partialFiring = 5
 };
 
-/// How bank B fires after bank A: 0 consecutively, 1 non-consecutively, 2 either. Any other number
-/// is kept as 2.
+/// How bank B fires after bank A. Any other number is kept as either.
 class VeeFiringType {
  public:
-  VeeFiringType(std::int32_t type = 0) : type_(type == 0 || type == 1 ? type : 2) {}
+  enum Type : std::int32_t { consecutive = 0, nonConsecutive = 1, either = 2 };
+  VeeFiringType(std::int32_t type = consecutive)
+      : type_(type == consecutive || type == nonConsecutive ? type : either) {}
   operator std::int32_t() const { return type_; }
 
  private:
@@ -37,11 +34,10 @@ class VeeFiringType {
 
 /// Fourier coefficients of the tangential gas pressure of one cylinder row by order index, Pa.
 struct CylinderGas {
-  using Coefficients = std::array<std::complex<double>, kMaxOrders>;
-  Coefficients NORMALGASFCBANKBANKA{};
-  Coefficients MISFIRINGGASFCBANKBANKA{};
-  Coefficients NORMALGASFCBANKB{};
-  Coefficients MISFIRINGGASFCBANKB{};
+  StoredCoefficients NORMALGASFCBANKBANKA{};
+  StoredCoefficients MISFIRINGGASFCBANKBANKA{};
+  StoredCoefficients NORMALGASFCBANKB{};
+  StoredCoefficients MISFIRINGGASFCBANKB{};
 
   bool operator==(const CylinderGas&) const = default;
 };
@@ -139,8 +135,15 @@ std::int32_t GET_DIESEL_NFIRINGCYLINDER(const DIESEL_TABLE& table, std::int32_t 
 /// Factor on the power of the fully firing cylinders that makes up for the partially firing ones.
 double GET_DIESEL_POWERCYLPERCENTINCREASED(const DIESEL_TABLE& table, std::int32_t iDiesel);
 
-/// Harmonic orders of every engine: 20 whole ones, or 24 half ones as soon as one engine is
-/// four-stroke; 0 without engines.
+/// A value of a cylinder that fires as all others do, as partial firing of some changes it: its own
+/// percent of the value, or more where it makes up for the others. The status of bank A decides for
+/// both banks.
+/// @param iCylinder cylinder row; 0 for the engine as a whole, which makes up for the others
+double atFiringStatus(const DIESEL_TABLE& table, std::int32_t iDiesel, std::int32_t iCylinder,
+                      bool isBankA, double value);
+
+/// Harmonic orders of every engine: whole ones, or half ones as soon as one engine is four-stroke;
+/// 0 without engines.
 std::int32_t GET_DIESEL_NCYLFOURIERCOEFFICIENTS(const DIESEL_TABLE& table);
 
 /// The orders by order index.

@@ -6,7 +6,6 @@
 #include "ComponentTables/Global_Diesel.h"
 #include "ComputationsSrc/CylinderExcitations.h"
 #include "ComputationsSrc/DiscreteFourierTransform.h"
-#include "ComputationsSrc/OscillatingMassFourierCoefficients.h"
 #include "ComputationsSrc/PressureFourierCoefficients.h"
 #include "Excitation/CrankAngles.h"
 #include "Excitation/Engine_functions.h"
@@ -18,9 +17,6 @@
 namespace verenwick {
 namespace {
 
-/// Coefficients with the mean in front: element k belongs to order index k.
-using Coefficients = std::vector<std::complex<double>>;
-
 /// One working cycle of the system: its orders, and its crank angles in whole degrees from top dead
 /// centre. One revolution while all engines are two-stroke, else two.
 struct Cycle {
@@ -29,7 +25,7 @@ struct Cycle {
 
   explicit Cycle(const DIESEL_TABLE& table)
       : nOrders(static_cast<std::size_t>(GET_DIESEL_NCYLFOURIERCOEFFICIENTS(table))),
-        phi(crankAngles(nOrders == 20 ? kRevolution : 2 * kRevolution)) {}
+        phi(crankAngles(nOrders == results::kWholeOrders ? kRevolution : 2 * kRevolution)) {}
   Coefficients zeros() const { return Coefficients(nOrders + 1); }
 };
 
@@ -109,22 +105,12 @@ Gas theoreticalGas(const DIESEL_RECORD& diesel, const Cycle& cycle, CurveMemory&
 double harmonicFilePressure(const DIESEL_TABLE& table, std::int32_t iDiesel, std::int32_t iCylinder,
                             bool isBankA) {
   const DIESEL_RECORD& diesel = table.at(iDiesel);
-  double power = diesel.POWERPERCYL;
-  double mepFiring = CALCULATE_DIESEL_MEPMCR(table, iDiesel, true);
+  const auto ofCylinder = [&](double value) {
+    return atFiringStatus(table, iDiesel, iCylinder, isBankA, value);
+  };
+  const double power = ofCylinder(diesel.POWERPERCYL);
+  const double mepFiring = ofCylinder(CALCULATE_DIESEL_MEPMCR(table, iDiesel, true));
   const double mepAll = CALCULATE_DIESEL_MEPMCR(table, iDiesel, false);
-  if (diesel.HASPARTIALFIRING) {
-    // The status of bank A decides for both banks.
-    if (GET_DIESEL_FIRINGSTATUSA(table, iDiesel, iCylinder) == partialFiring) {
-      const double percent = isBankA ? GET_DIESEL_FIRINGPERCENTA(table, iDiesel, iCylinder)
-                                     : GET_DIESEL_FIRINGPERCENTB(table, iDiesel, iCylinder);
-      power = power * percent / 100.0;
-      mepFiring = mepFiring * percent / 100.0;
-    } else {
-      const double increase = GET_DIESEL_POWERCYLPERCENTINCREASED(table, iDiesel);
-      power *= increase;
-      mepFiring *= increase;
-    }
-  }
   const double mipMax = CALCULATE_MIP_MAX(mepAll, diesel.ME, diesel.MIPLIMIT);
   const double mep = CALCULATE_MEP(power, diesel.SPEED, diesel.BORE, diesel.NSTROKE, diesel.STROKE);
   return CALCULATE_MIP(mep, mepFiring, diesel.LOADPERCENTAGE, diesel.ME, mipMax);
@@ -145,24 +131,8 @@ Gas harmonicFileGas(const DIESEL_TABLE& table, std::int32_t iDiesel, std::int32_
           byOrderIndex(GETMISFIRINGHARMONICDATA(table, iDiesel, mip), cycle)};
 }
 
-/// Stores coefficients without their mean.
-void store(const Coefficients& coefficients, CylinderGas::Coefficients& field) {
-  for (std::size_t k = 1; k < coefficients.size(); ++k) {
-    field[k - 1] = coefficients[k];
-  }
-}
-
-/// Takes stored coefficients; the mean stays as it is.
-void restore(const CylinderGas::Coefficients& field, Coefficients& coefficients) {
-  for (std::size_t k = 1; k < coefficients.size(); ++k) {
-    coefficients[k] = field[k - 1];
-  }
-}
-
 void storeMass(DIESEL_RECORD& diesel, const Cycle& cycle) {
-  Coefficients mass = cycle.zeros();
-  OSCILLATINGMASSFOURIERCOEFFICIENTS(mass, cycle.phi, diesel.CONRODRATIO);
-  store(mass, diesel.MASSFC);
+  storeMassFactor(cycle.phi, diesel.CONRODRATIO, cycle.nOrders, diesel.MASSFC);
 }
 
 void storeGas(DIESEL_TABLE& table, std::int32_t iDiesel, const LOADCASEGENSET_TABLE& genset,
@@ -176,7 +146,7 @@ void storeGas(DIESEL_TABLE& table, std::int32_t iDiesel, const LOADCASEGENSET_TA
     gas = harmonicFileGas(table, iDiesel, iCylinder, isBankA, cycle);
   }
   diesel.GASFCPERCYLINDER.resize(static_cast<std::size_t>(diesel.NCYLINDER));
-  CylinderGas& row = diesel.GASFCPERCYLINDER[static_cast<std::size_t>(iCylinder) - 1];
+  CylinderGas& row = diesel.GASFCPERCYLINDER[index(iCylinder)];
   store(gas.normal, isBankA ? row.NORMALGASFCBANKBANKA : row.NORMALGASFCBANKB);
   store(gas.misfiring, isBankA ? row.MISFIRINGGASFCBANKBANKA : row.MISFIRINGGASFCBANKB);
 }
@@ -188,24 +158,18 @@ struct BankShare {
 };
 
 BankShare bankShare(const DIESEL_RECORD& diesel, std::int32_t status,
-                    const CylinderGas::Coefficients& normal,
-                    const CylinderGas::Coefficients& misfiring, std::size_t nOrders) {
+                    const StoredCoefficients& normal, const StoredCoefficients& misfiring,
+                    std::size_t nOrders) {
   BankShare share{Coefficients(nOrders + 1), Coefficients(nOrders + 1)};
   if (status != pistonRemoved) {
-    restore(diesel.MASSFC, share.mass);
+    share.mass = withMean(diesel.MASSFC, nOrders);
   }
   if (status == normalFiring || status == partialFiring) {
-    restore(normal, share.gas);
+    share.gas = withMean(normal, nOrders);
   } else if (status == onlyCompression) {
-    restore(misfiring, share.gas);
+    share.gas = withMean(misfiring, nOrders);
   }
   return share;
-}
-
-void addTo(Coefficients& sum, const Coefficients& share) {
-  for (std::size_t k = 0; k < sum.size(); ++k) {
-    sum[k] += share[k];
-  }
 }
 
 }  // namespace
@@ -239,7 +203,7 @@ std::vector<std::complex<double>> CALCULATE_DIESEL_CYLFOURIERCOEFFICIENTS(const 
   const auto nOrders = static_cast<std::size_t>(GET_DIESEL_NCYLFOURIERCOEFFICIENTS(table));
   // An engine that no load case names has no stored pressures.
   const CylinderGas none;
-  const auto stored = static_cast<std::size_t>(iCylinder) - 1;
+  const auto stored = index(iCylinder);
   const CylinderGas& row =
       stored < diesel.GASFCPERCYLINDER.size() ? diesel.GASFCPERCYLINDER[stored] : none;
   BankShare total = bankShare(diesel, GET_DIESEL_FIRINGSTATUSA(table, iDiesel, iCylinder),
@@ -249,7 +213,7 @@ std::vector<std::complex<double>> CALCULATE_DIESEL_CYLFOURIERCOEFFICIENTS(const 
                                 row.NORMALGASFCBANKB, row.MISFIRINGGASFCBANKB, nOrders);
     // The mass of bank B follows the bank angle, its gas the firing angles: where the banks don't
     // fire consecutively the two differ by a revolution.
-    const double period = nOrders == 20 ? 360.0 : 720.0;
+    const double period = nOrders == results::kWholeOrders ? 360.0 : 720.0;
     const double shiftGas = ((GET_DIESEL_FIRINGANGLEB(table, iDiesel, iCylinder) -
                               GET_DIESEL_FIRINGANGLEA(table, iDiesel, iCylinder)) /
                              kPi) *
@@ -261,7 +225,7 @@ std::vector<std::complex<double>> CALCULATE_DIESEL_CYLFOURIERCOEFFICIENTS(const 
   }
   const double radius = diesel.STROKE * 0.5;
   const double area = diesel.BORE * diesel.BORE * kPi * 0.25;
-  const double omega = (diesel.SPEED * kPi) / 30.0;
+  const double omega = angularSpeed(diesel.SPEED);
   // The mean drives the ship, it doesn't shake it.
   std::vector<std::complex<double>> torque(nOrders);
   CYLINDEREXCITATION(torque, std::span(total.gas).subspan(1), std::span(total.mass).subspan(1),

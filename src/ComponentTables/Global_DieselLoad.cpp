@@ -7,10 +7,23 @@
 
 // Operating point and damping of diesel engines.
 namespace verenwick {
+namespace {
+
+/// A power law of the speed that the order makes of the engine's, for an engine that has one.
+double formulaDamping(const DIESEL_TABLE& table, std::int32_t iDiesel, double speedFactor,
+                      double DIESEL_RECORD::*coefficient, double DIESEL_RECORD::*exponent) {
+  if (iDiesel < 1 || !GET_DIESEL_ISFORMULADAMPING(table, iDiesel)) {
+    return 0.0;
+  }
+  const DIESEL_RECORD& diesel = table.at(iDiesel);
+  return diesel.*coefficient * std::pow(speedFactor * diesel.SPEED, diesel.*exponent);
+}
+
+}  // namespace
 
 void CALCULATE_DIESEL_TORQUE(DIESEL_TABLE& table, std::int32_t iDiesel) {
   DIESEL_RECORD& diesel = table.at(iDiesel);
-  diesel.TORQUE = diesel.POWER / (diesel.SPEED * kPi / 30.0);
+  diesel.TORQUE = diesel.POWER / angularSpeed(diesel.SPEED);
 }
 
 void CALCULATE_DIESEL_LOADPERCENTAGE(DIESEL_TABLE& table, std::int32_t iDiesel) {
@@ -44,19 +57,7 @@ void CALCULATE_DIESEL_LOADCASESETTING(DIESEL_TABLE& table, std::int32_t iDiesel,
                                       bool isBankA) {
   DIESEL_RECORD& diesel = table.at(iDiesel);
   const double ratedPower = diesel.MCRPOWER / diesel.NCYLINDER * (diesel.ISVENGINE ? 0.5 : 1.0);
-  const double increase = GET_DIESEL_POWERCYLPERCENTINCREASED(table, iDiesel);
-  double power = diesel.POWERPERCYL;
-  if (diesel.HASPARTIALFIRING) {
-    // The status of bank A decides for both banks.
-    if (iCylinder != 0 && GET_DIESEL_FIRINGSTATUSA(table, iDiesel, iCylinder) == partialFiring) {
-      power = power *
-              (isBankA ? GET_DIESEL_FIRINGPERCENTA(table, iDiesel, iCylinder)
-                       : GET_DIESEL_FIRINGPERCENTB(table, iDiesel, iCylinder)) /
-              100.0;
-    } else {
-      power *= increase;
-    }
-  }
+  const double power = atFiringStatus(table, iDiesel, iCylinder, isBankA, diesel.POWERPERCYL);
   if (diesel.ISTHEORETICALPRESURE) {
     diesel.PCHARGEAIRRPM = CALCULATE_PINLET(ratedPower, diesel.MCRSPEED, power, diesel.SPEED,
                                             diesel.PCHARGEAIR, diesel.NSTROKE);
@@ -73,40 +74,25 @@ void CALCULATE_DIESEL_LOADCASESETTING(DIESEL_TABLE& table, std::int32_t iDiesel,
   // The same as CALCULATE_MEP but for its pi.
   const double mep = power / ((diesel.SPEED / (diesel.NSTROKE * 60.0 * 0.5)) * kPi * diesel.BORE *
                               diesel.BORE * 0.25 * diesel.STROKE);
+  // Taken for a cylinder that makes up for the others, whichever this one is.
   const double mepFiring =
-      CALCULATE_DIESEL_MEPMCR(table, iDiesel, true) * (diesel.HASPARTIALFIRING ? increase : 1.0);
+      atFiringStatus(table, iDiesel, 0, isBankA, CALCULATE_DIESEL_MEPMCR(table, iDiesel, true));
   const double mepAll = CALCULATE_DIESEL_MEPMCR(table, iDiesel, false);
   const double mipMax = CALCULATE_MIP_MAX(mepAll, diesel.ME, diesel.MIPLIMIT);
   diesel.MEPRPM = mep;
   diesel.MIPRPM = CALCULATE_MIP(mep, mepFiring, diesel.LOADPERCENTAGE, diesel.ME, mipMax);
 }
 
-namespace {
-
-double powerLaw(double coefficient, double speed, double exponent) {
-  return coefficient * std::pow(speed, exponent);
-}
-
-}  // namespace
-
 double CALCULATE_DIESEL_DAMPING_CYLINDER(const DIESEL_TABLE& table, std::int32_t iDiesel,
                                          double speedFactor) {
-  if (iDiesel < 1 || !GET_DIESEL_ISFORMULADAMPING(table, iDiesel)) {
-    return 0.0;
-  }
-  return powerLaw(GET_DIESEL_CYLABSDAMPING(table, iDiesel),
-                  speedFactor * GET_DIESEL_SPEED(table, iDiesel),
-                  GET_DIESEL_EXPCYLABSDAMPING(table, iDiesel));
+  return formulaDamping(table, iDiesel, speedFactor, &DIESEL_RECORD::CYLABSDAMPING,
+                        &DIESEL_RECORD::EXPCYLABSDAMPING);
 }
 
 double CALCULATE_DIESEL_DAMPING_CRANKTHROW(const DIESEL_TABLE& table, std::int32_t iDiesel,
                                            double speedFactor) {
-  if (iDiesel < 1 || !GET_DIESEL_ISFORMULADAMPING(table, iDiesel)) {
-    return 0.0;
-  }
-  return powerLaw(GET_DIESEL_CRANKRELDAMPING(table, iDiesel),
-                  speedFactor * GET_DIESEL_SPEED(table, iDiesel),
-                  GET_DIESEL_EXPCRANKRELDAMPING(table, iDiesel));
+  return formulaDamping(table, iDiesel, speedFactor, &DIESEL_RECORD::CRANKRELDAMPING,
+                        &DIESEL_RECORD::EXPCRANKRELDAMPING);
 }
 
 }  // namespace verenwick

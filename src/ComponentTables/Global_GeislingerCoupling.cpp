@@ -31,13 +31,6 @@ struct LoadParabola {
 constexpr LoadParabola kMultiSpring{single(0.058F), single(0.13F), single(0.11F)};
 constexpr LoadParabola kDualSpring{single(0.032F), single(0.0069F), single(0.055F)};
 
-constexpr std::int32_t kDampingByFormula = 1;
-constexpr std::int32_t kDampingByMagnifier = 2;
-constexpr std::int32_t kPressurizedOil = 1;
-constexpr std::int32_t kOilWithoutPressure = 2;
-constexpr std::int32_t kDesignMultiSpring = 1;
-constexpr std::int32_t kDesignDualSpring = 2;
-
 double excitationFrequency(const GEISLINGERCOUPLING_RECORD& coupling, double q) {
   return q * angularSpeed(coupling.SPEEDEXCITATION);
 }
@@ -59,12 +52,12 @@ double pressurizedDamping(double r) {
 }
 
 double relativeDamping(const GEISLINGERCOUPLING_RECORD& coupling, double q) {
-  if (coupling.OILSUPPLYTYPE == kPressurizedOil) {
+  if (coupling.OILSUPPLYTYPE == pressurizedOil) {
     return pressurizedDamping(relativeFrequency(coupling, q));
   }
-  const bool isMultiSpring = coupling.DESIGNTYPE == kDesignMultiSpring;
-  if (coupling.OILSUPPLYTYPE != kOilWithoutPressure ||
-      !(isMultiSpring || coupling.DESIGNTYPE == kDesignDualSpring)) {
+  const bool isMultiSpring = coupling.DESIGNTYPE == multiSpring;
+  if (coupling.OILSUPPLYTYPE != oilWithoutPressure ||
+      !(isMultiSpring || coupling.DESIGNTYPE == dualSpring)) {
     return 0.0;
   }
   const LoadParabola& parabola = isMultiSpring ? kMultiSpring : kDualSpring;
@@ -96,10 +89,10 @@ double CALCULATE_GEISLINGERCOUPLING_DAMPING(const GEISLINGERCOUPLING_TABLE& tabl
   const GEISLINGERCOUPLING_RECORD& coupling = table.at(row);
   const double stiffness = CALCULATE_GEISLINGERCOUPLING_STIFFNESSDYNAMIC(table, row, q);
   const double frequency = excitationFrequency(coupling, q);
-  if (coupling.DAMPINGTYPE == kDampingByFormula) {
+  if (coupling.DAMPINGTYPE == dampingByFormula) {
     return relativeDamping(coupling, q) * stiffness / frequency;
   }
-  if (coupling.DAMPINGTYPE == kDampingByMagnifier && g != 0.0) {
+  if (coupling.DAMPINGTYPE == dampingByMagnifier && g != 0.0) {
     return std::sqrt(1 / (g * g - 1)) * stiffness / frequency;
   }
   return 0.0;

@@ -5,6 +5,11 @@
 /// Geislinger couplings: stiffness and damping over the excitation frequency on one shaft.
 namespace verenwick {
 
+/// DAMPINGTYPE, OILSUPPLYTYPE and DESIGNTYPE of a coupling. A record may hold any other number.
+enum GeislingerDamping : std::int32_t { dampingByFormula = 1, dampingByMagnifier = 2 };
+enum GeislingerOilSupply : std::int32_t { pressurizedOil = 1, oilWithoutPressure = 2 };
+enum GeislingerDesign : std::int32_t { multiSpring = 1, dualSpring = 2 };
+
 // clang-format off
 #define GEISLINGERCOUPLING_FIELDS(VALUE, ARRAY, LIST, X)                                      \
   VALUE(X, std::int32_t, SHAFTNODE, 0, "id of the shaft that carries it")                     \

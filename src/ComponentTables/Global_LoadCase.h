@@ -2,6 +2,7 @@
 
 #include "ComponentTables/ComponentTable.h"
 #include "ComponentTables/ComponentType.h"
+#include "RunControl/Positions.h"
 
 /// The columns of the load case table: one entry a load-carrying component.
 namespace verenwick {
@@ -30,7 +31,6 @@ class LOADCASE_SPEED {
   void allocate(std::int32_t loadCases) {
     speeds_.emplace(static_cast<std::size_t>(std::max(loadCases, 0)), 0.0);
   }
-  void deallocate() { speeds_.reset(); }
   bool isAllocated() const { return speeds_.has_value(); }
   /// Number of load cases, 0 if unallocated.
   std::int32_t number() const { return speeds_ ? static_cast<std::int32_t>(speeds_->size()) : 0; }
@@ -38,7 +38,6 @@ class LOADCASE_SPEED {
   void set(std::int32_t loadCase, double rpm) { (*speeds_)[index(loadCase)] = rpm; }
 
  private:
-  static std::size_t index(std::int32_t i) { return static_cast<std::size_t>(i) - 1; }
   std::optional<std::vector<double>> speeds_;
 };
 
@@ -49,7 +48,6 @@ class LOADCASE_POWER {
   void allocate(std::int32_t loadCases) {
     rows_.assign(static_cast<std::size_t>(std::max(loadCases, 0)), {});
   }
-  void deallocate() { rows_.clear(); }
   /// @param component position in LOADCASE_TABLE; 0, the result of a failed search, has no power
   double at(std::int32_t component, std::int32_t loadCase) const {
     const auto& row = rows_[index(loadCase)];
@@ -64,7 +62,6 @@ class LOADCASE_POWER {
   }
 
  private:
-  static std::size_t index(std::int32_t i) { return static_cast<std::size_t>(i) - 1; }
   std::vector<std::vector<double>> rows_;
 };
 

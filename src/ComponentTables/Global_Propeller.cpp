@@ -87,7 +87,7 @@ double CALCULATE_PROPELLER_CURRENTINERTIAWATER(const PROPELLER_TABLE& table, std
   }
   const auto& water = propeller.VARIABLEENTRAINEDWATERTABLE;
   // Without a file there is no water in any load case.
-  const auto line = static_cast<std::size_t>(loadCase) - 1;
+  const std::size_t line = index(loadCase);
   return line < water.size() ? water[line] : 0.0;
 }
 
@@ -213,7 +213,7 @@ void CALCULATE_PROPELLER_FOURIERCOEFFICIENT(PROPELLER_TABLE& table, std::int32_t
 std::complex<double> iceHarmonic(const PROPELLER_TABLE& table, std::int32_t row,
                                  std::int32_t order) {
   const auto& harmonics = table.at(row).ICEFOURIERCOEFFICIENT;
-  const auto element = static_cast<std::size_t>(order) - 1;
+  const std::size_t element = index(order);
   return element < harmonics.size() ? harmonics[element] : std::complex<double>{};
 }
 

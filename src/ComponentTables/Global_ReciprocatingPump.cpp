@@ -8,7 +8,7 @@
 namespace verenwick {
 namespace {
 
-constexpr std::int32_t kPumpOrders = 20;
+constexpr std::int32_t kPumpOrders = results::kWholeOrders;
 /// Strokes of a working cycle, one revolution.
 constexpr std::int32_t kStrokes = 2;
 
@@ -64,7 +64,7 @@ void CALCULATE_RECIPROCATINGPUMP_SPEEDPERCENTAGE(RECIPROCATINGPUMP_TABLE& table,
 
 void CALCULATE_RECIPROCATINGPUMP_TORQUE(RECIPROCATINGPUMP_TABLE& table, std::int32_t iPump) {
   RECIPROCATINGPUMP_RECORD& pump = table.at(iPump);
-  pump.TORQUE = pump.POWER / (pump.SPEED * kPi / 30.0);
+  pump.TORQUE = pump.POWER / angularSpeed(pump.SPEED);
 }
 
 void CALCULATE_RECIPROCATINGPUMP_LOADPERCENTAGE(RECIPROCATINGPUMP_TABLE& table,

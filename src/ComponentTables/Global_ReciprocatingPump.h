@@ -4,7 +4,7 @@
 #include <string>
 
 #include "ComponentTables/ComponentTable.h"
-#include "ComponentTables/Global_Diesel.h"
+#include "ComponentTables/CrankMachine.h"
 #include "ComponentTables/TorqueOrders.h"
 #include "Excitation/HarmonicData.h"
 
@@ -13,8 +13,8 @@ namespace verenwick {
 
 /// Fourier coefficients of the tangential pressure of one cylinder row by order index, Pa.
 struct PumpCylinderGas {
-  CylinderGas::Coefficients NORMALGASFCBANKA{};
-  CylinderGas::Coefficients NORMALGASFCBANKB{};
+  StoredCoefficients NORMALGASFCBANKA{};
+  StoredCoefficients NORMALGASFCBANKB{};
 };
 
 // clang-format off

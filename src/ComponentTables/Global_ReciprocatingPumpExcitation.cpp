@@ -4,7 +4,6 @@
 #include "ComponentTables/Global_ReciprocatingPump.h"
 #include "ComputationsSrc/CylinderExcitations.h"
 #include "ComputationsSrc/DiscreteFourierTransform.h"
-#include "ComputationsSrc/OscillatingMassFourierCoefficients.h"
 #include "Excitation/CrankAngles.h"
 #include "RunControl/Constants.h"
 
@@ -13,43 +12,17 @@
 namespace verenwick {
 namespace {
 
-using Coefficients = std::vector<std::complex<double>>;
-using Stored = CylinderGas::Coefficients;
-
 constexpr double kPeriod = 360.0;  ///< degrees
 
 std::size_t numberOfOrders(const RECIPROCATINGPUMP_TABLE& table) {
   return static_cast<std::size_t>(GET_RECIPROCATINGPUMP_NCYLFOURIERCOEFFICIENTS(table));
 }
 
-void storeMass(RECIPROCATINGPUMP_RECORD& pump, std::size_t nOrders) {
-  Coefficients mass(nOrders + 1);
-  OSCILLATINGMASSFOURIERCOEFFICIENTS(mass, crankAngles(kRevolution), pump.CONRODRATIO);
-  for (std::size_t k = 1; k < mass.size(); ++k) {
-    pump.MASSFC[k - 1] = mass[k];
-  }
-}
-
-/// Stored coefficients with the mean, which is zero, in front.
-Coefficients withMean(const Stored& stored, std::size_t nOrders) {
-  Coefficients coefficients(nOrders + 1);
-  for (std::size_t k = 1; k < coefficients.size(); ++k) {
-    coefficients[k] = stored[k - 1];
-  }
-  return coefficients;
-}
-
-void addTo(Coefficients& sum, const Coefficients& share) {
-  for (std::size_t k = 0; k < sum.size(); ++k) {
-    sum[k] += share[k];
-  }
-}
-
 /// Sum over what works on one crank: the cylinder, the opposite one, and the other sides of
 /// double-acting pistons. The mean stands in front.
-Coefficients sumOverRow(const RECIPROCATINGPUMP_RECORD& pump, const Stored& first,
-                        const Stored& opposite, std::size_t nOrders) {
-  const auto shifted = [&](const Stored& stored, double degrees) {
+Coefficients sumOverRow(const RECIPROCATINGPUMP_RECORD& pump, const StoredCoefficients& first,
+                        const StoredCoefficients& opposite, std::size_t nOrders) {
+  const auto shifted = [&](const StoredCoefficients& stored, double degrees) {
     Coefficients coefficients = withMean(stored, nOrders);
     FOURIERCOEFFICIENTTRANSFORM(coefficients, coefficients, degrees, kPeriod, 0);
     return coefficients;
@@ -78,8 +51,8 @@ void CALCULATE_RECIPROCATINGPUMP_FOURIERCOEFFICIENT(RECIPROCATINGPUMP_TABLE& tab
                                                     bool isBankA) {
   RECIPROCATINGPUMP_RECORD& pump = table.at(iPump);
   const std::size_t nOrders = numberOfOrders(table);
-  storeMass(pump, nOrders);
-  Stored gas{};
+  storeMassFactor(crankAngles(kRevolution), pump.CONRODRATIO, nOrders, pump.MASSFC);
+  StoredCoefficients gas{};
   if (pump.ISSIMPLIFIEDPRESSURE) {
     CALCULATE_RECIPROCATINGPUMP_LOADCASESETTING(table, iPump, iCylinder);
   } else {
@@ -87,7 +60,7 @@ void CALCULATE_RECIPROCATINGPUMP_FOURIERCOEFFICIENT(RECIPROCATINGPUMP_TABLE& tab
     std::copy_n(rows.begin(), std::min(rows.size(), nOrders), gas.begin());
   }
   pump.GASFCPERCYLINDER.resize(static_cast<std::size_t>(pump.NCYLINDER));
-  PumpCylinderGas& row = pump.GASFCPERCYLINDER[static_cast<std::size_t>(iCylinder) - 1];
+  PumpCylinderGas& row = pump.GASFCPERCYLINDER[index(iCylinder)];
   (isBankA ? row.NORMALGASFCBANKA : row.NORMALGASFCBANKB) = gas;
 }
 
@@ -96,7 +69,7 @@ std::vector<std::complex<double>> CALCULATE_RECIPROCATINGPUMP_CYLFOURIERCOEFFICI
   const RECIPROCATINGPUMP_RECORD& pump = table.at(iPump);
   const std::size_t nOrders = numberOfOrders(table);
   const double radius = pump.STROKELENGTH * 0.5;
-  const double omega = (pump.SPEED * kPi) / 30.0;
+  const double omega = angularSpeed(pump.SPEED);
   const Coefficients mass = sumOverRow(pump, pump.MASSFC, pump.MASSFC, nOrders);
   const auto orders = [](const Coefficients& withMean) { return std::span(withMean).subspan(1); };
   Coefficients torque(nOrders);
@@ -107,7 +80,7 @@ std::vector<std::complex<double>> CALCULATE_RECIPROCATINGPUMP_CYLFOURIERCOEFFICI
   }
   // A pump that no load case names has no stored pressures.
   const PumpCylinderGas none;
-  const auto stored = static_cast<std::size_t>(iCylinder) - 1;
+  const auto stored = index(iCylinder);
   const PumpCylinderGas& row =
       stored < pump.GASFCPERCYLINDER.size() ? pump.GASFCPERCYLINDER[stored] : none;
   const Coefficients gas = sumOverRow(pump, row.NORMALGASFCBANKA, row.NORMALGASFCBANKB, nOrders);

@@ -3,9 +3,14 @@
 #include <string>
 
 #include "ComponentTables/ComponentTable.h"
+#include "RunControl/Constants.h"
 
 /// Viscous dampers: a ring that a casing drags along.
 namespace verenwick {
+
+/// Stiffness of a damper's link, N m/rad, where the input file gives none: it holds the ring and
+/// carries no torque that matters. Reports print it as 0.
+constexpr double kNearlyFreeLink = single(1e-6F);
 
 // clang-format off
 #define VISCOUSDAMPER_FIELDS(VALUE, ARRAY, LIST, X)                                \

@@ -46,11 +46,12 @@ struct ModelBundle {
   LOADCASEGENSET_TABLE loadCaseGenset;
 };
 
-/// Position of an id in the table that a member of the bundle is; 0 if it isn't there.
-template <auto Table>
-std::int32_t positionById(const ModelBundle& model, std::int32_t id) {
-  return (model.*Table).positionOf(id);
-}
+/// Position of a component in the table of its kind; 0 if it isn't there.
+std::int32_t componentPosition(const ModelBundle& model, ComponentType kind, std::int32_t id);
+
+/// Position of the component that a load case column is of; 0 for a column that is unused, names a
+/// component that isn't there or names one a second time.
+std::int32_t componentOfColumn(const ModelBundle& model, std::int32_t column);
 
 /// Frees every table that is allocated.
 inline void releaseTables(ModelBundle& model) { model = ModelBundle{}; }

@@ -13,13 +13,12 @@ namespace {
 
 using Complex = std::complex<double>;
 
-constexpr double kTwoPi = 6.283185307179586;
 constexpr double kTwoPiSingle = single(6.2831855F);
 
 /// Angle of harmonic j at the point p (from 0) of n points, in the order of steps that gives the
 /// digits of the direct sum.
 double kernelAngle(std::size_t j, std::size_t p, std::size_t n) {
-  const double step = (static_cast<double>(j) * kTwoPi) / static_cast<double>(n);
+  const double step = (static_cast<double>(j) * (2 * kPi)) / static_cast<double>(n);
   return -(step * static_cast<double>(p));
 }
 

@@ -4,13 +4,13 @@
 
 #include "ComputationsSrc/Lapack.h"
 #include "RunControl/NumberText.h"
+#include "RunControl/Positions.h"
 
 namespace verenwick::EigenvalueSolver {
 namespace {
 
 std::size_t element(const EP& problem, std::int32_t row, std::int32_t column) {
-  return static_cast<std::size_t>(column - 1) * static_cast<std::size_t>(problem.N) +
-         static_cast<std::size_t>(row - 1);
+  return index(column) * asSize(problem.N) + index(row);
 }
 
 /// Expands the entries to dense column-major matrices.
@@ -19,7 +19,7 @@ void BUILDAANDB(const EP& problem, std::vector<double>& A, std::vector<double>& 
     A[element(problem, problem.ROWIND[e], problem.COLIND[e])] = problem.K[e];
   }
   for (std::int32_t i = 1; i <= problem.N; ++i) {
-    B[element(problem, i, i)] = problem.M[static_cast<std::size_t>(i) - 1];
+    B[element(problem, i, i)] = problem.M[index(i)];
   }
 }
 

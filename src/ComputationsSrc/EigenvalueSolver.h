@@ -13,16 +13,16 @@ namespace verenwick::EigenvalueSolver {
 
 /// The problem. Views do not own their arrays.
 struct EP {
-  std::int32_t error = 0;  ///< INFO of a failed solve
-  std::int32_t N = 0;
-  std::int32_t problemKind = 0;
-  std::span<const std::int32_t> ROWIND;
-  std::span<const std::int32_t> COLIND;
-  std::span<const double> K;
-  std::span<const double> M;
-  std::span<double> EIGVALREAL;       ///< N, ascending
-  std::vector<double> EIGVALIMAG;     ///< N, not filled by a real solve
-  std::span<double> RIGHTEIGVECREAL;  ///< N x N, mode j in column j, so that x' M x = 1
+  std::int32_t error = 0;                ///< INFO of a failed solve
+  std::int32_t N = 0;                    ///< order of the system
+  std::int32_t problemKind = 0;          ///< FLUSHRESULTS prints frequencies for 0 and 1
+  std::span<const std::int32_t> ROWIND;  ///< row of each entry, from 1
+  std::span<const std::int32_t> COLIND;  ///< column of each entry, from 1
+  std::span<const double> K;             ///< stiffness of each entry, N m/rad
+  std::span<const double> M;             ///< N, diagonal inertia, kg m2
+  std::span<double> EIGVALREAL;          ///< N, ascending, (rad/s)2
+  std::vector<double> EIGVALIMAG;        ///< N, not filled by a real solve
+  std::span<double> RIGHTEIGVECREAL;     ///< N x N, mode j in column j, so that x' M x = 1
 };
 
 /// What SOLVER is asked for.
@@ -42,8 +42,8 @@ void SOLVER(EP& problem, std::optional<std::int32_t> COMPUTE = std::nullopt);
 
 std::int32_t GETERRORGEP(const EP& problem);
 
-/// Prints what the eigenvalue array holds now, and above print level 1 the eigenvectors; nothing at
-/// level 0.
+/// Prints what the eigenvalue array holds now, as angular frequencies in rad/s and in rpm, and
+/// above print level 1 the eigenvectors; nothing at level 0.
 void FLUSHRESULTS(std::FILE* unit, std::int32_t printLevel, const EP& problem);
 
 /// Releases the problem; the arrays of the views stay with their owners.

@@ -7,14 +7,13 @@
 #include "ComputationsSrc/Lapack.h"
 #include "LinearSolverSrc/MatrixStructure.h"
 #include "RunControl/Constants.h"
+#include "RunControl/Positions.h"
 #include "RunControl/RunStopped.h"
 
 namespace verenwick::ForcedVibrationSolver {
 namespace {
 
 using Complex = std::complex<double>;
-
-std::size_t index(std::int32_t position) { return static_cast<std::size_t>(position) - 1; }
 
 /// An element of an array that may be missing.
 double optional(std::span<const double> values, std::size_t i) {

@@ -8,6 +8,8 @@
 #include <span>
 #include <vector>
 
+#include "RunControl/Positions.h"
+
 /// The complex linear solve of the forced vibration: one system per harmonic order at one speed.
 namespace verenwick::ForcedVibrationSolver {
 
@@ -49,8 +51,7 @@ struct ComplexMatrix {
   std::int32_t rows = 0;
   std::vector<std::complex<double>> values;
   std::complex<double>& operator()(std::int32_t row, std::int32_t column) {
-    return values[static_cast<std::size_t>(column - 1) * static_cast<std::size_t>(rows) +
-                  static_cast<std::size_t>(row - 1)];
+    return values[index(column) * asSize(rows) + index(row)];
   }
 };
 

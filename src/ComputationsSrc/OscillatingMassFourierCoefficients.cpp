@@ -6,7 +6,7 @@
 #include "ComputationsSrc/CylinderExcitations.h"
 #include "ComputationsSrc/DiscreteFourierTransform.h"
 #include "RunControl/CallerArguments.h"
-#include "include/verenwick.h"
+#include "verenwick.h"
 
 namespace verenwick {
 

@@ -14,7 +14,7 @@ inline constexpr std::size_t kRevolution = 360;
 inline std::vector<double> crankAngles(std::size_t points) {
   std::vector<double> phi(points);
   for (std::size_t i = 0; i < points; ++i) {
-    phi[i] = (static_cast<double>(i) * kPi) / 180.0;
+    phi[i] = radians(static_cast<double>(i));
   }
   return phi;
 }

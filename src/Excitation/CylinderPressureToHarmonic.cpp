@@ -9,7 +9,7 @@
 #include "ComputationsSrc/PressureFourierCoefficients.h"
 #include "RunControl/CallerArguments.h"
 #include "RunControl/Constants.h"
-#include "include/verenwick.h"
+#include "verenwick.h"
 
 namespace verenwick {
 

@@ -53,7 +53,7 @@ double CALCULATE_PINLET(double powerRated, double speedRated, double power, doub
   const double ratio = torqueRatio(powerRated, speedRated, power, speed);
   // The gauge is taken off as 1.0, not as one bar: pressures in bar and in Pa meet here.
   const double pinlet = pinletRated - (pinletRated - 1.0) * slope * (1.0 - ratio);
-  return pinlet < kOneBar ? kOneBar : pinlet;
+  return pinlet < kBar ? kBar : pinlet;
 }
 
 double CALCULATE_PCOMP(double powerRated, double speedRated, double power, double speed,

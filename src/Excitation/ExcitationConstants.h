@@ -34,6 +34,5 @@ constexpr double kFormFactorFloor = single(0.01F);
 constexpr double kChargeHeating = 50.0;  ///< K, of the charge air on its way in
 constexpr double kKelvinOfCelsius = 273.0;
 constexpr double kShortestCombustion = 5.0;  ///< degrees
-constexpr double kOneBar = 100000.0;         ///< Pa
 
 }  // namespace verenwick

@@ -3,7 +3,6 @@
 #include <cmath>
 #include <span>
 
-#include "RunControl/Constants.h"
 #include "RunControl/DataFile.h"
 #include "RunControl/Log.h"
 #include "RunControl/StringOperation.h"
@@ -107,7 +106,7 @@ bool loadHarmonicFile(std::string_view path, const HarmonicFileKind& kind, Harmo
     scale(*matrix, kMegapascal);
   }
   for (double& angle : data.phaseAngle) {
-    angle = angle * kPi / 180.0;
+    angle = radians(angle);
   }
   return true;
 }

@@ -8,6 +8,8 @@
 #include <string_view>
 #include <vector>
 
+#include "RunControl/Constants.h"
+
 /// Harmonic data files: measured tangential pressure of a cylinder by order, at several operating
 /// points. Engines and reciprocating pumps share the layout and the interpolation.
 namespace verenwick {
@@ -35,7 +37,7 @@ struct HarmonicFileKind {
   std::string_view tooManyColumns;  ///< log record
 };
 inline constexpr HarmonicFileKind kEngineHarmonicFile{
-    4, 100000.0, "Number of mean indicated pressure exceeds the max allowable number"};
+    4, kBar, "Number of mean indicated pressure exceeds the max allowable number"};
 inline constexpr HarmonicFileKind kPumpHarmonicFile{
     16, 1.0, "Number of speed percentage exceeds the max allowable number"};
 

@@ -6,7 +6,7 @@
 #include "Excitation/GasMassForceReport.h"
 #include "RunControl/CallerArguments.h"
 #include "RunControl/Constants.h"
-#include "include/verenwick.h"
+#include "verenwick.h"
 
 namespace verenwick {
 

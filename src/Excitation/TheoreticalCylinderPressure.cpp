@@ -2,7 +2,7 @@
 
 #include "Excitation/Engine_functions.h"
 #include "RunControl/CallerArguments.h"
-#include "include/verenwick.h"
+#include "verenwick.h"
 
 namespace verenwick {
 

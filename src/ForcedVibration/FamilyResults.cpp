@@ -12,10 +12,10 @@ void FamilyResults::clear() {
 }
 
 SourceResults FamilyResults::source(std::int32_t s) {
-  SourceResults source{EXFO, OMEGA[asSize(s) - 1], {}};
+  SourceResults source{EXFO, OMEGA[index(s)], {}};
   for (int q = 0; q < results::kQuantities; ++q) {
     const std::size_t count = asSize(orders) * asSize(points.of(static_cast<Quantity>(q)));
-    source.quantities[asSize(q)] = quantities[asSize(q)].section((asSize(s) - 1) * count, count);
+    source.quantities[asSize(q)] = quantities[asSize(q)].section(index(s) * count, count);
   }
   return source;
 }

@@ -1,11 +1,13 @@
 #pragma once
 
 #include <array>
+#include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <span>
 #include <vector>
 
+#include "RunControl/Positions.h"
 #include "results/RecordNumbers.h"
 #include "results/ResultFileTable.h"
 
@@ -16,10 +18,13 @@ namespace verenwick {
 using results::Family;
 using results::Quantity;
 
-inline std::size_t asSize(std::int32_t count) { return static_cast<std::size_t>(count); }
+/// Amplitude of a complex value: twice its modulus.
+inline double amplitudeOf(double re, double im) { return 2 * std::sqrt(re * re + im * im); }
 
-/// A complex quantity over orders and points. Amplitudes are twice the modulus of the complex
-/// value.
+/// Angle of a complex value as shaft results have it, rad from -pi to pi; deflections have another.
+inline double shaftAngleOf(double re, double im) { return std::atan2(re, -im); }
+
+/// A complex quantity over orders and points.
 struct ComplexSection {
   std::span<double> AMP;
   std::span<double> ANGLE;
@@ -50,7 +55,7 @@ struct PointCounts {
   std::int32_t inertias = 0;
   std::int32_t shafts = 0;
   std::int32_t of(Quantity quantity) const {
-    return results::rows::pointsOf(quantity) == results::Points::inertias ? inertias : shafts;
+    return results::pointsOf(quantity) == results::Points::inertias ? inertias : shafts;
   }
 };
 

@@ -179,8 +179,7 @@ void FORCEDVIBRATIONCALCULATION(ModelBundle& model) {
     }
     SINGLELOADCASESHAFTPOWERLOSS(model, results, SHAFTPOWERLOSS);
     synthesise(forced, L, results, files);
-    SINGLELOADCASENOMINALTORQUE(model,
-                                std::span(shaftPower).subspan((asSize(L) - 1) * shafts, shafts), L,
+    SINGLELOADCASENOMINALTORQUE(model, std::span(shaftPower).subspan(index(L) * shafts, shafts), L,
                                 NOMTORQUE, ice ? &*ice : nullptr);
     SINGLELOADCASENOMINALSTRESS(model.shaft, NOMTORQUE, NOMSTRESS);
     files.writePoints(L, resultFile("ShaftPowerLoss.bin"), SHAFTPOWERLOSS);
@@ -188,9 +187,9 @@ void FORCEDVIBRATIONCALCULATION(ModelBundle& model) {
     files.writePoints(L, resultFile("NominalStress.bin"), NOMSTRESS);
     if (ice) {
       synthesiseIce(forced, L, results, files);
-    }
-    if (ice && L == 1) {
-      files.writePoints(L, resultFile("PropellerShaftMarks.bin"), ice->PROPELLERSHAFTMARKS);
+      if (L == 1) {
+        files.writePoints(L, resultFile("PropellerShaftMarks.bin"), ice->PROPELLERSHAFTMARKS);
+      }
     }
   }
   files.close();

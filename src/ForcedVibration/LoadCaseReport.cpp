@@ -47,12 +47,9 @@ constexpr std::string_view kDampingNote =
 constexpr std::string_view kStiffnessAndDampingNote =
     "Note: The listed stiffness and damping values are calculated basing on shaft order";
 
-/// The stiffness of a viscous damper without one, as the data check sets it, N m/rad.
-constexpr double kNoStiffness = single(1e-6F);
 /// Orders at which the report takes what depends on the frequency.
 constexpr double kShaftOrder = 1.0;
 constexpr double kKilo = 1000;
-constexpr double kBar = 100000;
 
 /// The shaft of an element in the load case in force.
 struct ElementShaft {
@@ -146,7 +143,7 @@ std::string viscousDamperRow(ModelBundle& model, std::int32_t position) {
           CALCULATE_VISCOUSDAMPER_CUSTOMSTIFFNESS(model.viscousDamper, position, kShaftOrder);
     }
   }
-  return elasticRow(damper.SPEED, stiffness == kNoStiffness ? 0.0 : stiffness, damping);
+  return elasticRow(damper.SPEED, stiffness == kNearlyFreeLink ? 0.0 : stiffness, damping);
 }
 
 std::string steelSpringDamperRow(ModelBundle& model, std::int32_t position) {
@@ -214,7 +211,6 @@ std::string_view noNote(const ModelBundle& /*model*/, std::int32_t /*position*/)
 struct Section {
   ComponentType type;
   std::string_view title;
-  std::int32_t (*find)(const ModelBundle& model, std::int32_t id);
   Lines (*header)(const ModelBundle& model, std::int32_t position);
   std::string_view (*note)(const ModelBundle& model, std::int32_t position);
   std::string (*row)(ModelBundle& model, std::int32_t position);
@@ -223,43 +219,38 @@ struct Section {
 using M = ModelBundle;
 
 constexpr std::array kSections = {
-    Section{ComponentType::diesel, "Diesel ", positionById<&M::diesel>, header<kDieselHeader>,
-            noNote, dieselRow},
-    Section{ComponentType::propeller, "Propeller ", positionById<&M::propeller>, propellerHeader,
-            noNote, propellerRow},
-    Section{ComponentType::linearCoupling, "Linear coupling ", positionById<&M::linearCoupling>,
-            header<kElasticHeader>, note<kDampingNote>, linearCouplingRow},
-    Section{ComponentType::progressiveCoupling, "Progressive coupling ",
-            positionById<&M::progressiveCoupling>, header<kElasticHeader>, note<kDampingNote>,
-            progressiveCouplingRow},
-    Section{ComponentType::geislingerCoupling, "Geislinger coupling ",
-            positionById<&M::geislingerCoupling>, header<kElasticHeader>,
+    Section{ComponentType::diesel, "Diesel ", header<kDieselHeader>, noNote, dieselRow},
+    Section{ComponentType::propeller, "Propeller ", propellerHeader, noNote, propellerRow},
+    Section{ComponentType::linearCoupling, "Linear coupling ", header<kElasticHeader>,
+            note<kDampingNote>, linearCouplingRow},
+    Section{ComponentType::progressiveCoupling, "Progressive coupling ", header<kElasticHeader>,
+            note<kDampingNote>, progressiveCouplingRow},
+    Section{ComponentType::geislingerCoupling, "Geislinger coupling ", header<kElasticHeader>,
             note<kStiffnessAndDampingNote>, geislingerCouplingRow},
-    Section{ComponentType::viscousDamper, "Viscous damper ", positionById<&M::viscousDamper>,
-            header<kElasticHeader>, viscousDamperNote, viscousDamperRow},
-    Section{ComponentType::steelSpringDamper, "Steel spring damper ",
-            positionById<&M::steelSpringDamper>, header<kElasticHeader>, noNote,
-            steelSpringDamperRow},
-    Section{ComponentType::rubberDamper, "Rubber damper ", positionById<&M::rubberDamper>,
-            header<kElasticHeader>, note<kDampingNote>, rubberDamperRow},
-    Section{ComponentType::electricMotor, "Electric motor ", positionById<&M::electricMotor>,
-            header<kMachineHeader>, noNote, machineRow<&M::electricMotor>},
-    Section{ComponentType::generator, "Generator ", positionById<&M::generator>,
-            header<kMachineHeader>, noNote, machineRow<&M::generator>},
-    Section{ComponentType::gasTurbine, "Gas turbine ", positionById<&M::gasTurbine>,
-            header<kMachineHeader>, noNote, machineRow<&M::gasTurbine>},
-    Section{ComponentType::steamTurbine, "Steam turbine ", positionById<&M::steamTurbine>,
-            header<kMachineHeader>, noNote, machineRow<&M::steamTurbine>},
-    Section{ComponentType::centrifugalPump, "Centrifugal pump ", positionById<&M::centrifugalPump>,
-            header<kMachineHeader>, noNote, machineRow<&M::centrifugalPump>},
+    Section{ComponentType::viscousDamper, "Viscous damper ", header<kElasticHeader>,
+            viscousDamperNote, viscousDamperRow},
+    Section{ComponentType::steelSpringDamper, "Steel spring damper ", header<kElasticHeader>,
+            noNote, steelSpringDamperRow},
+    Section{ComponentType::rubberDamper, "Rubber damper ", header<kElasticHeader>,
+            note<kDampingNote>, rubberDamperRow},
+    Section{ComponentType::electricMotor, "Electric motor ", header<kMachineHeader>, noNote,
+            machineRow<&M::electricMotor>},
+    Section{ComponentType::generator, "Generator ", header<kMachineHeader>, noNote,
+            machineRow<&M::generator>},
+    Section{ComponentType::gasTurbine, "Gas turbine ", header<kMachineHeader>, noNote,
+            machineRow<&M::gasTurbine>},
+    Section{ComponentType::steamTurbine, "Steam turbine ", header<kMachineHeader>, noNote,
+            machineRow<&M::steamTurbine>},
+    Section{ComponentType::centrifugalPump, "Centrifugal pump ", header<kMachineHeader>, noNote,
+            machineRow<&M::centrifugalPump>},
     Section{ComponentType::reciprocatingPump, "Reciprocating pump ",
-            positionById<&M::reciprocatingPump>, header<kReciprocatingPumpHeader>, noNote,
-            reciprocatingPumpRow},
+            header<kReciprocatingPumpHeader>, noNote, reciprocatingPumpRow},
 };
 
 void writeSection(TextWriter& report, const Section& section, ModelBundle& model,
-                  std::int32_t column, std::int32_t id, std::int32_t position) {
+                  std::int32_t column, std::int32_t position) {
   report.writeLine("");
+  const std::int32_t id = GET_LOADCASE_COMPONENTID(model.loadCase, column);
   report.writeLine(std::string(section.title) + integerField(id, 3));
   if (const std::string_view words = section.note(model, position); !words.empty()) {
     report.writeLine(words);
@@ -276,18 +267,15 @@ void writeSection(TextWriter& report, const Section& section, ModelBundle& model
 }  // namespace
 
 void WRITELOADCASESETTING(ModelBundle& model) {
-  TextWriter report(resultFileAddress("LoadCaseSetting.txt"), Opening::replace);
+  TextWriter report(resultFileAddress(results::resultFile("LoadCaseSetting.txt")),
+                    Opening::replace);
   for (std::int32_t column = 1; column <= model.loadCase.number(); ++column) {
     const ComponentType type = GET_LOADCASE_COMPONENTTYPE(model.loadCase, column);
-    const std::int32_t id = GET_LOADCASE_COMPONENTID(model.loadCase, column);
     const auto section = std::find_if(kSections.begin(), kSections.end(),
                                       [&](const Section& s) { return s.type == type; });
-    // A component that the header names twice keeps its first column.
-    if (section == kSections.end() || GET_LOADCASE_ICOMPONENT(model.loadCase, type, id) != column) {
-      continue;
-    }
-    if (const std::int32_t position = section->find(model, id); position > 0) {
-      writeSection(report, *section, model, column, id, position);
+    const std::int32_t position = componentOfColumn(model, column);
+    if (section != kSections.end() && position > 0) {
+      writeSection(report, *section, model, column, position);
     }
   }
   report.close();

@@ -28,8 +28,9 @@ std::vector<double> multiples(std::int32_t count, double step) {
 /// The orders of a machine up to its order count, at most to the first that is 0.
 template <class Get>
 std::vector<double> machineOrders(std::int32_t count, Get get) {
+  constexpr auto kMost = static_cast<std::int32_t>(kTorqueOrders);
   std::vector<double> orders;
-  for (std::int32_t k = 1; k <= std::min(count, 4) && get(k) != 0.0; ++k) {
+  for (std::int32_t k = 1; k <= std::min(count, kMost) && get(k) != 0.0; ++k) {
     orders.push_back(get(k));
   }
   return orders;
@@ -39,8 +40,7 @@ LossOrders lossOrders(const ModelBundle& model, Family family, std::int32_t coun
   constexpr std::int32_t kFirst = 1;
   switch (family) {
     case Family::diesel:
-      return {GET_DIESEL_SPEED(model.diesel, kFirst),
-              multiples(count, count == kMaxOrders ? 0.5 : 1.0)};
+      return {GET_DIESEL_SPEED(model.diesel, kFirst), multiples(count, results::orderStep(count))};
     case Family::propeller:
       return {GET_PROPELLER_SPEED(model.propeller, kFirst),
               multiples(count, count == 2 ? GET_PROPELLER_NBLADE(model.propeller, kFirst) : 1.0)};
@@ -86,12 +86,12 @@ class FamilySum {
   /// @param k     order index from 0
   /// @param point from 1
   double amplitude(std::size_t k, std::int32_t point) const {
-    const std::size_t e = k * points_ + asSize(point) - 1;
-    return 2 * std::sqrt(re_[e] * re_[e] + im_[e] * im_[e]);
+    const std::size_t e = k * points_ + index(point);
+    return amplitudeOf(re_[e], im_[e]);
   }
   double angle(std::size_t k, std::int32_t point) const {
-    const std::size_t e = k * points_ + asSize(point) - 1;
-    return std::atan2(re_[e], -im_[e]);
+    const std::size_t e = k * points_ + index(point);
+    return shaftAngleOf(re_[e], im_[e]);
   }
 
  private:
@@ -206,7 +206,7 @@ void SINGLELOADCASESHAFTPOWERLOSS(ModelBundle& model, const LoadCaseResults& res
     }
   }
   for (std::int32_t s = 1; s <= model.shaft.number(); ++s) {
-    double& loss = SHAFTPOWERLOSS[asSize(s) - 1];
+    double& loss = SHAFTPOWERLOSS[index(s)];
     loss = 0.0;
     LossyShaft shaft(model, s);
     if (shaft.damping == 0.0 && shaft.magnifier == 0.0) {

@@ -53,7 +53,7 @@ double SINGLELOADCASEPROPELLERICEZEROORDERTORQUE(const ModelBundle& model, std::
   if (GET_PROPELLER_NUMBER(model.propeller) != 1) {
     return 0.0;
   }
-  const std::size_t s = asSize(shaft) - 1;
+  const std::size_t s = index(shaft);
   const ShaftEnds ends = shaftEnds(model, shaft);
   const double ratio = propellerRatio(model, 1);
   if (loadCase == 1) {

@@ -44,7 +44,7 @@ std::vector<double> CALCULATELOADCASESHAFTPOWER(const ModelBundle& model) {
   const BranchPower machines(model, PumpPower::eachCylinderWhole);
   forEachCut(model, [&](std::int32_t s, const TwoBranches& sides) {
     for (std::int32_t loadCase = 1; loadCase <= loadCases; ++loadCase) {
-      power[(asSize(loadCase) - 1) * shafts + asSize(s) - 1] =
+      power[index(loadCase) * shafts + index(s)] =
           machines.passing(sides, model.loadCasePower, loadCase);
     }
   });
@@ -66,7 +66,7 @@ std::vector<double> CALCULATESHAFTINERTIARATIO(const ModelBundle& model) {
       return;
     }
     const bool isBehindDestination = propeller > 0 && sides.DESVISITEDNODE.at(propeller);
-    ratio[asSize(s) - 1] = (isBehindDestination ? org : des) / (org + des);
+    ratio[index(s)] = (isBehindDestination ? org : des) / (org + des);
   });
   return ratio;
 }

@@ -15,8 +15,8 @@ namespace {
 void store(const ComplexSection& section, std::size_t at, double re, double im) {
   section.RE[at] = re;
   section.IM[at] = im;
-  section.AMP[at] = 2 * std::sqrt(re * re + im * im);
-  section.ANGLE[at] = std::atan2(re, -im);
+  section.AMP[at] = amplitudeOf(re, im);
+  section.ANGLE[at] = shaftAngleOf(re, im);
 }
 
 void clear(const ComplexSection& section) {
@@ -143,10 +143,10 @@ void SINGLELOADCASESHAFTTORQUE(const ModelBundle& model, std::span<const double>
         stiffness = CALCULATE_VISCOUSDAMPER_CUSTOMSTIFFNESS(model.viscousDamper, viscous, EXFO[k]);
       }
       const auto twist = [&](std::span<const double> values) {
-        return values[k * inertias + asSize(ends.org) - 1] -
-               values[k * inertias + asSize(ends.des) - 1] / desRatio * orgRatio;
+        return values[k * inertias + index(ends.org)] -
+               values[k * inertias + index(ends.des)] / desRatio * orgRatio;
       };
-      store(torque, k * shafts + asSize(s) - 1, stiffness * twist(deflection.RE),
+      store(torque, k * shafts + index(s), stiffness * twist(deflection.RE),
             stiffness * twist(deflection.IM));
     }
   }
@@ -161,7 +161,7 @@ void SINGLELOADCASESHAFTSTRESS(const SHAFT_TABLE& shaft, const ComplexSection& t
       continue;
     }
     const double term = diametersTerm(shaft, s);
-    for (std::size_t at = asSize(s) - 1; at < torque.RE.size(); at += shafts) {
+    for (std::size_t at = index(s); at < torque.RE.size(); at += shafts) {
       store(stress, at, 16 * torque.RE[at] / term, 16 * torque.IM[at] / term);
     }
   }
@@ -182,10 +182,9 @@ void SINGLELOADCASESHAFTDAMPINGTORQUE(const ModelBundle& model, std::span<const 
     for (std::size_t k = 0; k < EXFO.size(); ++k) {
       const double damping = element.at(EXFO[k]);
       const auto difference = [&](std::span<const double> values) {
-        return values[k * inertias + asSize(ends.org) - 1] -
-               values[k * inertias + asSize(ends.des) - 1];
+        return values[k * inertias + index(ends.org)] - values[k * inertias + index(ends.des)];
       };
-      store(dampingTorque, k * shafts + asSize(s) - 1, damping * difference(velocity.RE),
+      store(dampingTorque, k * shafts + index(s), damping * difference(velocity.RE),
             damping * difference(velocity.IM));
     }
   }
@@ -195,8 +194,8 @@ void SINGLELOADCASENOMINALTORQUE(const ModelBundle& model, std::span<const doubl
                                  std::int32_t loadCase, std::span<double> NOMTORQUE,
                                  PropellerIce* ice) {
   for (std::int32_t s = 1; s <= model.shaft.number(); ++s) {
-    double& torque = NOMTORQUE[asSize(s) - 1];
-    torque = shaftPower[asSize(s) - 1] / angularSpeed(GET_SHAFT_SPEED(model.shaft, s));
+    double& torque = NOMTORQUE[index(s)];
+    torque = shaftPower[index(s)] / angularSpeed(GET_SHAFT_SPEED(model.shaft, s));
     if (ice != nullptr) {
       torque += SINGLELOADCASEPROPELLERICEZEROORDERTORQUE(model, s, loadCase, *ice);
     }
@@ -206,9 +205,9 @@ void SINGLELOADCASENOMINALTORQUE(const ModelBundle& model, std::span<const doubl
 void SINGLELOADCASENOMINALSTRESS(const SHAFT_TABLE& shaft, std::span<const double> NOMTORQUE,
                                  std::span<double> NOMSTRESS) {
   for (std::int32_t s = 1; s <= shaft.number(); ++s) {
-    NOMSTRESS[asSize(s) - 1] = GET_SHAFT_OUTERDI(shaft, s) != 0.0
-                                   ? NOMTORQUE[asSize(s) - 1] * 16 / diametersTerm(shaft, s)
-                                   : 0.0;
+    NOMSTRESS[index(s)] = GET_SHAFT_OUTERDI(shaft, s) != 0.0
+                              ? NOMTORQUE[index(s)] * 16 / diametersTerm(shaft, s)
+                              : 0.0;
   }
 }
 

@@ -11,8 +11,6 @@
 namespace verenwick {
 namespace {
 
-constexpr double kHalfPi = 1.5707963267948966;
-
 /// All that a source states of itself: coefficient (p - 1) NO + k of point p and order k.
 struct SourceExcitation {
   double speed = 0.0;  ///< rpm
@@ -61,7 +59,7 @@ void scaleToOwnSpeed(const MASS_TABLE& mass, const ComplexSection& deflection) {
   const std::size_t inertias = asSize(mass.number());
   for (std::int32_t i = 1; i <= mass.number(); ++i) {
     const double ratio = GET_MASS_RPMRATIO(mass, i);
-    for (std::size_t at = asSize(i) - 1; at < deflection.AMP.size(); at += inertias) {
+    for (std::size_t at = index(i); at < deflection.AMP.size(); at += inertias) {
       deflection.AMP[at] *= ratio;
       deflection.RE[at] *= ratio;
       deflection.IM[at] *= ratio;
@@ -79,7 +77,7 @@ void differentiate(double omega, const SourceResults& results) {
     const double w = omega * results.EXFO[at / inertias];
     const double w2 = w * w;
     v.AMP[at] = w * x.AMP[at];
-    v.ANGLE[at] = x.ANGLE[at] + kHalfPi;
+    v.ANGLE[at] = x.ANGLE[at] + kPi / 2;
     v.RE[at] = -w * x.IM[at];
     v.IM[at] = w * x.RE[at];
     a.AMP[at] = w2 * x.AMP[at];
@@ -248,7 +246,9 @@ std::int32_t number(const ModelBundle& model) {
   return (model.*Table).number();
 }
 
-std::int32_t fourOrders(const ModelBundle& /*model*/) { return 4; }
+std::int32_t torqueOrders(const ModelBundle& /*model*/) {
+  return static_cast<std::int32_t>(kTorqueOrders);
+}
 
 bool always(const ModelBundle& /*model*/, std::int32_t /*row*/) { return true; }
 
@@ -265,12 +265,12 @@ const std::array<SourceFamily, results::kFamilies> kSourceFamilies = {{
                   : 2;
      },
      always, CALCULATE_PROPELLER_FORCEDVIBRATION},
-    {number<&ModelBundle::generator>, fourOrders,
+    {number<&ModelBundle::generator>, torqueOrders,
      [](const ModelBundle& model, std::int32_t row) {
        return GET_GENERATOR_GENERATORORDERNUMBER(model.generator, row) > 0;
      },
      CALCULATE_GENERATOR_FORCEDVIBRATION},
-    {number<&ModelBundle::centrifugalPump>, fourOrders,
+    {number<&ModelBundle::centrifugalPump>, torqueOrders,
      [](const ModelBundle& model, std::int32_t row) {
        return GET_CENTRIFUGALPUMP_CENTRIFUGALPUMPORDERNUMBER(model.centrifugalPump, row) > 0;
      },
@@ -280,7 +280,7 @@ const std::array<SourceFamily, results::kFamilies> kSourceFamilies = {{
        return GET_RECIPROCATINGPUMP_NCYLFOURIERCOEFFICIENTS(model.reciprocatingPump);
      },
      always, CALCULATE_RECIPROCATINGPUMP_FORCEDVIBRATION},
-    {number<&ModelBundle::electricMotor>, fourOrders,
+    {number<&ModelBundle::electricMotor>, torqueOrders,
      [](const ModelBundle& model, std::int32_t row) {
        return GET_ELECTRICMOTOR_MOTORORDERNUMBER(model.electricMotor, row) > 0;
      },

@@ -18,7 +18,7 @@ double range(const Waveform& waveform) {
 }
 
 /// Half the sum of the ranges of the families.
-double amplitudeOf(const FamilyWaveforms& waveforms, bool ConsiderPhase) {
+double amplitudeOfAll(const FamilyWaveforms& waveforms, bool ConsiderPhase) {
   const Waveform& diesel = waveforms[static_cast<std::size_t>(Family::diesel)];
   const Waveform& propeller = waveforms[static_cast<std::size_t>(Family::propeller)];
   double sum = 0.0;
@@ -44,8 +44,7 @@ void addFamily(Family which, const FamilyResults& family, Quantity quantity, std
   const std::size_t points = asSize(family.points.of(quantity));
   for (std::int32_t s = 1; s <= family.sources; ++s) {
     for (std::int32_t k = 1; k <= family.orders; ++k) {
-      const std::size_t e =
-          ((asSize(s) - 1) * asSize(family.orders) + asSize(k) - 1) * points + point;
+      const std::size_t e = (index(s) * asSize(family.orders) + index(k)) * points + point;
       const double a = values.RE[e];
       const double b = values.IM[e];
       if (a == 0.0 && b == 0.0) {
@@ -101,8 +100,7 @@ void PhaseTable::add(Family family, const FamilyResults& results, double BASE) {
     const auto known = static_cast<std::int32_t>(rows->cosine.size() / kAngleSteps);
     for (std::int32_t k = known + 1; k <= results.orders; ++k) {
       for (std::int32_t m = 1; m <= static_cast<std::int32_t>(kAngleSteps); ++m) {
-        const double degrees = static_cast<double>(k * m) * OMEGA / BASE;
-        const double angle = degrees * kPi / 180;
+        const double angle = radians(static_cast<double>(k * m) * OMEGA / BASE);
         rows->cosine.push_back(std::cos(angle));
         rows->sine.push_back(std::sin(angle));
       }
@@ -118,8 +116,8 @@ double familyAmplitude(Family which, const FamilyResults& family, Quantity quant
 }
 
 PhaseTable::Phases PhaseTable::of(Family family, std::int32_t s, std::int32_t k) const {
-  const Rows& rows = rows_[rowsOfSource_[static_cast<std::size_t>(family)][asSize(s) - 1]];
-  const std::size_t first = (asSize(k) - 1) * kAngleSteps;
+  const Rows& rows = rows_[rowsOfSource_[static_cast<std::size_t>(family)][index(s)]];
+  const std::size_t first = index(k) * kAngleSteps;
   return {std::span(rows.cosine).subspan(first, kAngleSteps),
           std::span(rows.sine).subspan(first, kAngleSteps)};
 }
@@ -145,7 +143,7 @@ void SINGLELOADCASESYNTHESIS(const LoadCaseResults& results, Quantity quantity,
                   waveforms[f].begin() + static_cast<std::ptrdiff_t>(j * kAngleSteps));
       }
     }
-    result[j] = amplitudeOf(point, ConsiderPhase);
+    result[j] = amplitudeOfAll(point, ConsiderPhase);
   }
 }
 
@@ -159,7 +157,7 @@ void CALCULATERESULTANTTORQUE(bool ConsiderPhase, std::span<double> RESULTANTTOR
         point[f][m] = torque[f][at] + dampingTorque[f][at];
       }
     }
-    RESULTANTTORQUE[j] = amplitudeOf(point, ConsiderPhase);
+    RESULTANTTORQUE[j] = amplitudeOfAll(point, ConsiderPhase);
   }
 }
 

@@ -3,11 +3,10 @@
 #include <cmath>
 
 #include "RunControl/Files.h"
+#include "RunControl/Positions.h"
 
 namespace verenwick {
 namespace {
-
-std::size_t size(std::int32_t count) { return static_cast<std::size_t>(count); }
 
 /// Degree of freedom of each inertia row in the free problem, from 0; none for a ring.
 constexpr std::int32_t kNone = -1;
@@ -31,7 +30,7 @@ double largestOf(const MASS_TABLE& mass, MassType kind, std::span<const std::int
     if (GET_MASS_MASSTYPE(mass, i) != kind) {
       continue;
     }
-    const double value = mode[size(dof[size(i) - 1])];
+    const double value = mode[asSize(dof[index(i)])];
     if (std::fabs(value) > largest) {
       largest = std::fabs(value);
       reference = value;
@@ -63,20 +62,21 @@ std::vector<double> RELATIVEINERTIADEFLECTION(const ModelBundle& model, std::int
                                               std::span<const double> V) {
   const std::int32_t inertias = GET_MASS_NUMBER(model.mass);
   const std::vector<std::int32_t> dof = degreesOfFreedom(model.mass);
-  std::vector<double> RELATIVEDEFLECTION(size(N - 1) * size(inertias));
+  std::vector<double> RELATIVEDEFLECTION(asSize(N - 1) * asSize(inertias));
   // The mode at the real speed of each inertia, not at the reference speed.
-  std::vector<double> mode(size(N));
+  std::vector<double> mode(asSize(N));
   for (std::int32_t m = 2; m <= N; ++m) {
-    const auto referred = V.subspan(size(m - 1) * size(N), size(N));
+    const auto referred = V.subspan(asSize(m - 1) * asSize(N), asSize(N));
     for (std::int32_t i = 1; i <= inertias; ++i) {
-      if (const std::int32_t d = dof[size(i) - 1]; d != kNone) {
-        mode[size(d)] = referred[size(d)] * GET_MASS_RPMRATIO(model.mass, i);
+      if (const std::int32_t d = dof[index(i)]; d != kNone) {
+        mode[asSize(d)] = referred[asSize(d)] * GET_MASS_RPMRATIO(model.mass, i);
       }
     }
     const double reference = referenceOf(model, dof, mode);
     for (std::int32_t i = 1; i <= inertias; ++i) {
-      if (const std::int32_t d = dof[size(i) - 1]; d != kNone) {
-        RELATIVEDEFLECTION[size(m - 2) * size(inertias) + size(i) - 1] = mode[size(d)] / reference;
+      if (const std::int32_t d = dof[index(i)]; d != kNone) {
+        RELATIVEDEFLECTION[asSize(m - 2) * asSize(inertias) + index(i)] =
+            mode[asSize(d)] / reference;
       }
     }
   }
@@ -86,19 +86,19 @@ std::vector<double> RELATIVEINERTIADEFLECTION(const ModelBundle& model, std::int
 
 std::vector<double> RELATIVEINERTIATORQUE(const ModelBundle& model, std::int32_t N,
                                           std::span<const double> RELATIVEDEFLECTION) {
-  const auto inertias = size(GET_MASS_NUMBER(model.mass));
+  const auto inertias = asSize(GET_MASS_NUMBER(model.mass));
   const std::int32_t shafts = GET_SHAFT_NUMBER(model.shaft);
-  std::vector<double> RELATIVETORQUE(size(N - 1) * size(shafts));
+  std::vector<double> RELATIVETORQUE(asSize(N - 1) * asSize(shafts));
   for (std::int32_t s = 1; s <= shafts; ++s) {
     if (GET_SHAFT_SHAFTTYPE(model.shaft, s) == ShaftType::viscousDamperLink) {
       continue;
     }
-    const auto i = size(GET_MASS_IMASS(model.mass, GET_SHAFT_ORGNODE(model.shaft, s))) - 1;
-    const auto j = size(GET_MASS_IMASS(model.mass, GET_SHAFT_DESNODE(model.shaft, s))) - 1;
+    const std::size_t i = index(GET_MASS_IMASS(model.mass, GET_SHAFT_ORGNODE(model.shaft, s)));
+    const std::size_t j = index(GET_MASS_IMASS(model.mass, GET_SHAFT_DESNODE(model.shaft, s)));
     const double stiffness = GET_SHAFT_STIFFNESS(model.shaft, s);
-    for (std::size_t m = 0; m < size(N - 1); ++m) {
+    for (std::size_t m = 0; m < asSize(N - 1); ++m) {
       const auto mode = RELATIVEDEFLECTION.subspan(m * inertias, inertias);
-      RELATIVETORQUE[m * size(shafts) + size(s) - 1] = stiffness * (mode[i] - mode[j]);
+      RELATIVETORQUE[m * asSize(shafts) + index(s)] = stiffness * (mode[i] - mode[j]);
     }
   }
   writeModes(results::resultFile("RelativeTorque.bin"), RELATIVETORQUE);

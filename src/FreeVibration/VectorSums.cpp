@@ -11,8 +11,6 @@
 namespace verenwick {
 namespace {
 
-constexpr double kTwoPi = 6.283185307179586;
-
 /// Cosine and sine of order x firing angle of a cylinder.
 struct Direction {
   double cosine;
@@ -38,7 +36,7 @@ Engine engineOf(const MASS_TABLE& mass, const DIESEL_TABLE& diesel, std::int32_t
     const std::int32_t inertia = GET_MASS_IMASS(mass, GET_DIESEL_CYLINDERS(diesel, iDiesel, row));
     if (inertia > 0) {
       rows.push_back(row);
-      engine.CYLINDEX.push_back(static_cast<std::size_t>(inertia) - 1);
+      engine.CYLINDEX.push_back(index(inertia));
     }
   }
   for (std::int32_t o = 1; o <= NO; ++o) {
@@ -85,7 +83,7 @@ void normalise(std::span<double> sums, std::span<double> angles) {
   for (double& angle : angles) {
     angle -= Am;
     if (angle < 0.0) {
-      angle += kTwoPi;
+      angle += 2 * kPi;
     }
   }
 }
@@ -115,7 +113,7 @@ EngineSums sumsOf(const Engine& engine, std::size_t inertias, std::span<const do
       if (angle < 0.0) {
         // An angle below zero is taken from the first engine, whichever engine this is.
         const std::size_t x = sums.VECTORSUMANGLE.size();
-        angle = (firstAngles != nullptr ? (*firstAngles)[x] : angle) + kTwoPi;
+        angle = (firstAngles != nullptr ? (*firstAngles)[x] : angle) + 2 * kPi;
       }
       sums.VECTORSUM.push_back(2 * length);
       sums.VECTORSUMANGLE.push_back(angle);
@@ -131,9 +129,9 @@ EngineSums sumsOf(const Engine& engine, std::size_t inertias, std::span<const do
 void VECTORSUMS(const MASS_TABLE& mass, const DIESEL_TABLE& diesel, std::int32_t N,
                 std::span<const double> D, std::span<const double> RELATIVEDEFLECTION) {
   const auto inertias = static_cast<std::size_t>(mass.number());
-  const bool hasFourStroke = firstPosition(diesel, [&](std::int32_t iDiesel) {
-                               return GET_DIESEL_NSTROKE(diesel, iDiesel) == 4;
-                             }) > 0;
+  const std::int32_t fourStroke = firstPosition(
+      diesel, [&](std::int32_t iDiesel) { return GET_DIESEL_NSTROKE(diesel, iDiesel) == 4; });
+  const std::int32_t NO = fourStroke > 0 ? results::kHalfOrders : results::kWholeOrders;
   DirectAccessFile sumFile(results::resultFile("VectorSum.bin"));
   DirectAccessFile speedFile(results::resultFile("VectorSumRpm.bin"));
   DirectAccessFile angleFile(results::resultFile("VectorSumAngle.bin"));
@@ -141,9 +139,9 @@ void VECTORSUMS(const MASS_TABLE& mass, const DIESEL_TABLE& diesel, std::int32_t
   std::vector<double> firstAngles;
   // Engine by engine, so that the room doesn't grow with their number.
   for (std::int32_t iDiesel = 1; iDiesel <= diesel.number(); ++iDiesel) {
-    EngineSums sums = sumsOf(engineOf(mass, diesel, iDiesel, hasFourStroke ? 24 : 20), inertias,
-                             D.first(static_cast<std::size_t>(N)), RELATIVEDEFLECTION,
-                             iDiesel == 1 ? nullptr : &firstAngles);
+    EngineSums sums =
+        sumsOf(engineOf(mass, diesel, iDiesel, NO), inertias, D.first(static_cast<std::size_t>(N)),
+               RELATIVEDEFLECTION, iDiesel == 1 ? nullptr : &firstAngles);
     sumFile.write(record, sums.VECTORSUM);
     speedFile.write(record, sums.VECTORSUMRPM);
     angleFile.write(record, sums.VECTORSUMANGLE);

@@ -3,7 +3,7 @@
 namespace verenwick {
 namespace {
 
-/// Takes a line's word and what it stands for; an unknown word keeps the value in force.
+/// Takes a line's word, which stands for choice 1 or 2; an unknown word keeps the value in force.
 bool readChoice(InputReader& in, std::string_view field, std::string_view first,
                 std::string_view second, std::int32_t& choice) {
   std::string word;
@@ -70,12 +70,12 @@ bool readGeislingerCoupling(InputReader& in, ModelBundle& model, std::int32_t po
     return false;
   }
   // Oil supply and design matter only to the formulas that use them.
-  if (state.couplingDamping == 1) {
+  if (state.couplingDamping == dampingByFormula) {
     if (!readChoice(in, "OilSupplyType", "WITHPRESSURIZED", "WITHOUTPRESSURIZED",
                     state.couplingOilSupply)) {
       return false;
     }
-    if (state.couplingOilSupply == 2 &&
+    if (state.couplingOilSupply == oilWithoutPressure &&
         !readChoice(in, "DesignType", "MULTISPRING", "DUALSPRING", state.couplingDesign)) {
       return false;
     }

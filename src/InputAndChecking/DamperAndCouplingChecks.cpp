@@ -1,14 +1,9 @@
 #include <algorithm>
 
 #include "InputAndChecking/CheckList.h"
-#include "RunControl/Constants.h"
 
 namespace verenwick {
 namespace {
-
-/// Stiffness of a viscous damper's link, N m/rad, where the input file gives none: it holds the
-/// ring and carries no torque that matters.
-constexpr double kNearlyFreeLink = single(1e-6F);
 
 /// Whether a damper's free member hangs on to something else than the member that carries it.
 bool isLinkedToOthers(const MASS_TABLE& mass, const ADJNODE& graph, std::int32_t freeNode,

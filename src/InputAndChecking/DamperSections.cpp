@@ -23,9 +23,7 @@ bool readTablePath(InputReader& in, std::string& path) {
   if (!in.nextLine()) {
     return in.fail("CustomDampingFile");
   }
-  path = in.line();
-  shiftLeft(path);
-  path = withoutTrailingBlanks(std::string_view(path).substr(0, kPathLength));
+  path = withoutTrailingBlanks(trimmed(in.line()).substr(0, kPathLength));
   return true;
 }
 

@@ -9,20 +9,10 @@
 namespace verenwick {
 namespace {
 
-// How the cylinders of bank B fire; any other type may fire either way.
-constexpr std::int32_t kConsecutive = 0;
-constexpr std::int32_t kNonConsecutive = 1;
-
 /// Fraction that must be above zero and at most one.
 bool isNoFraction(double value) { return value <= 0.0 || value > 1.0; }
 
-/// A path as it is opened: without the blanks around it.
-std::string trimmed(std::string path) {
-  shiftLeft(path);
-  return std::string(withoutTrailingBlanks(path));
-}
-
-bool isUnreadable(const std::string& path) { return !isBlank(path) && !isReadableFile(path); }
+bool isUnreadable(std::string_view path) { return !isBlank(path) && !isReadableFile(path); }
 
 /// Whether a cylinder of the engine has a firing status.
 bool hasStatus(const DIESEL_RECORD& engine, std::int32_t status) {
@@ -41,10 +31,10 @@ bool hasStatus(const DIESEL_RECORD& engine, std::int32_t status) {
 void checkBankAngles(const DIESEL_RECORD& engine, RecordChecks& it) {
   constexpr double kTolerance = single(0.1F);  // rad
   const auto isOff = [](double offset, double degrees) {
-    return std::abs(offset - degrees * kPi / 180.0) > kTolerance;
+    return std::abs(offset - radians(degrees)) > kTolerance;
   };
   for (std::int32_t i = 1; engine.ISVENGINE && i <= engine.NCYLINDER; ++i) {
-    const auto c = static_cast<std::size_t>(i) - 1;
+    const std::size_t c = index(i);
     const double offset = engine.FIRINGANGLEA[c] - engine.FIRINGANGLEB[c];
     const bool isNotNext = isOff(offset, engine.VANGLE);
     const bool isNotTurnLater = isOff(offset, engine.VANGLE + 360.0);
@@ -53,9 +43,9 @@ void checkBankAngles(const DIESEL_RECORD& engine, RecordChecks& it) {
         it.log().warning("Bank B of Diesel", it.id(), " Cylinder No.", i, words);
       }
     };
-    if (engine.VEEFIRINGTYPE == kConsecutive) {
+    if (engine.VEEFIRINGTYPE == VeeFiringType::consecutive) {
       warn(isNotNext, " doesn't fire consecutively after Bank A");
-    } else if (engine.VEEFIRINGTYPE == kNonConsecutive) {
+    } else if (engine.VEEFIRINGTYPE == VeeFiringType::nonConsecutive) {
       warn(isNotTurnLater, " doesn't fire non-consecutively after Bank A");
     } else {
       warn(isNotNext && isNotTurnLater,
@@ -83,8 +73,8 @@ void checkSharedCylinderNodes(const DIESEL_RECORD& engine, RecordChecks& it) {
 }
 
 void checkHarmonicFiles(const DIESEL_RECORD& engine, RecordChecks& it) {
-  const std::string normal = trimmed(engine.NORMALHARMONICFILE);
-  const std::string misfiring = trimmed(engine.MISHARMONICFILE);
+  const std::string_view normal = trimmed(engine.NORMALHARMONICFILE);
+  const std::string_view misfiring = trimmed(engine.MISHARMONICFILE);
   it.error(isBlank(normal) && hasStatus(engine, normalFiring),
            " must specify the address of harmonic component file for normal firing cylinders");
   it.error(isUnreadable(normal), " has a normal firing harmonic file unaccessable (", normal);
@@ -157,7 +147,7 @@ void checkReciprocatingPumps(const ModelBundle& model, CheckLog& log) {
                  " has a non-positive or no less than 1.0 connecting rod ratio (",
                  pump.CONRODRATIO);
         it.error(pump.RECIPMASS < 0.0, " has a negative reciprocating mass (", pump.RECIPMASS);
-        const std::string file = trimmed(pump.PUMPHARMONICFILE);
+        const std::string_view file = trimmed(pump.PUMPHARMONICFILE);
         it.error(!pump.ISSIMPLIFIEDPRESSURE && isBlank(file),
                  " must specify the address of harmonic component file");
         it.error(!pump.ISSIMPLIFIEDPRESSURE && !isReadableFile(file),

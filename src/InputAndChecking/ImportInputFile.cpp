@@ -11,7 +11,6 @@ namespace verenwick {
 namespace {
 
 constexpr std::string_view kLoadCaseKeyword = "LOADCASE";
-constexpr std::string_view kAngleBasedKeyword = "OUTPUTANGLEBASEDRESULTS";
 
 /// Sections of one file; their records take a few kilobytes each at the most.
 constexpr std::int64_t kMostSections = 400'000;
@@ -84,11 +83,6 @@ std::int32_t sizeTables(const SectionCounts& counts, ModelBundle& model) {
 bool readSection(InputReader& in, ModelBundle& model, const InputSection& section,
                  std::int32_t position, std::int32_t counted) {
   in.beginSection(section.fields);
-  if (section.read == nullptr) {
-    in.log().record("Error: Section ", section.keyword, " in input file line ", in.lineNumber(),
-                    " is of a kind that can't be read yet");
-    return false;
-  }
   // The first pass may have ended earlier, at a LOADCASE that is a line of another section; what
   // stands behind it has no record.
   const bool hasRecord = section.allocate == nullptr || position <= counted;
@@ -153,7 +147,7 @@ bool READINPUTFILE(const std::string& path, ModelBundle& model) {
     Log log(Opening::replace);
     if (!log.isOpen()) {
       std::fprintf(stderr, "** Log file can't be written: %s\n",
-                   resultFileAddress(results::resultFile("Verenwick.log").name).c_str());
+                   resultFileAddress(results::resultFile("Verenwick.log")).c_str());
       return false;
     }
     if (!readFile(path, log, model, wantsGensetFile)) {

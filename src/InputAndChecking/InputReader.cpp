@@ -2,20 +2,11 @@
 
 namespace verenwick {
 
-bool InputReader::nextLine() {
-  ++lineNumber_;
-  if (!reader_.readLine(line_)) {
-    return false;
-  }
-  STRINGDELETETAB(line_);
-  return true;
-}
-
 bool InputReader::textLine(std::string_view fields, std::string& text) {
   if (!nextLine()) {
     return fail(fields);
   }
-  text = withoutTrailingBlanks(std::string_view(line_).substr(0, kPathLength));
+  text = withoutTrailingBlanks(std::string_view(line()).substr(0, kPathLength));
   return true;
 }
 
@@ -23,13 +14,13 @@ bool InputReader::wordLine(std::string_view fields, std::string& word) {
   if (!nextLine()) {
     return fail(fields);
   }
-  word = firstWord(line_);
+  word = firstWord(line());
   STRINGUPCASE(word);
   return true;
 }
 
 bool InputReader::fail(std::string_view fields) {
-  log_.record("Error occurs when reading \"", fields, "\" in input file line ", lineNumber_);
+  log_.record("Error occurs when reading \"", fields, "\" in input file line ", lineNumber());
   return false;
 }
 

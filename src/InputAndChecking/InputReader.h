@@ -9,7 +9,7 @@
 #include "ComponentTables/ModelBundle.h"
 #include "ComponentTables/TorqueOrders.h"
 #include "RunControl/Constants.h"
-#include "RunControl/FreeFormat.h"
+#include "RunControl/DataFile.h"
 #include "RunControl/Log.h"
 #include "RunControl/StringOperation.h"
 
@@ -116,7 +116,7 @@ inline target::Real millimetre(double& value) { return {value, 1.0, 1000.0}; }
 /// Kilowatts in the file, watts inside.
 inline target::Real kilowatt(double& value) { return {value, 1000.0}; }
 /// Bar in the file, pascal inside.
-inline target::Real bar(double& value) { return {value, 100000.0}; }
+inline target::Real bar(double& value) { return {value, kBar}; }
 /// Percent in the file, a fraction inside.
 inline target::Real percent(double& value) { return {value, 1.0, 100.0}; }
 inline target::Reals percent(std::span<double> values) { return {values, 1.0, 100.0}; }
@@ -136,16 +136,16 @@ struct ReaderState {
   std::int32_t couplingDesign = 0;     ///< design type of the last Geislinger coupling
 };
 
-/// The input file as its sections see it: they take the values of one line after the other. Counts
-/// the lines and writes the message of a line that can't be read.
+/// The input file as its sections see it: they take the values of one line after the other. Writes
+/// the message of a line that can't be read.
 class InputReader {
  public:
-  InputReader(std::string_view path, Log& log) : reader_(path), log_(log) {}
+  InputReader(std::string_view path, Log& log) : file_(path), log_(log) {}
 
   /// Takes the next line of the file, tabs and commas treated; false at the end of the file.
-  [[nodiscard]] bool nextLine();
-  const std::string& line() const { return line_; }
-  std::int32_t lineNumber() const { return lineNumber_; }
+  [[nodiscard]] bool nextLine() { return file_.nextLine(); }
+  const std::string& line() const { return file_.line(); }
+  std::int32_t lineNumber() const { return file_.lineNumber(); }
   Log& log() { return log_; }
 
   /// Begins a section, the current line being its keyword line.
@@ -155,7 +155,7 @@ class InputReader {
   /// Takes values from the keyword line behind its first word.
   template <class... Targets>
   [[nodiscard]] bool keywordLine(const Targets&... targets) {
-    std::string rest = line_;
+    std::string rest = line();
     STRINGWITHOUTFIRSTWORD(rest);
     FreeFormat format(rest);
     return (targets.readFrom(format) && ...) || failKeywordLine();
@@ -169,7 +169,7 @@ class InputReader {
     if (!nextLine()) {
       return fail(fields);
     }
-    FreeFormat format(line_);
+    FreeFormat format(line());
     return (targets.readFrom(format) && ...) || fail(fields);
   }
 
@@ -185,11 +185,9 @@ class InputReader {
   ReaderState state;
 
  private:
-  TextReader reader_;
+  DataFile file_;
   Log& log_;
-  std::string line_;
   std::string_view keywordFields_;
-  std::int32_t lineNumber_ = 0;
 };
 
 }  // namespace verenwick

@@ -18,7 +18,7 @@ bool nothingToRead(InputReader& /*in*/, ModelBundle& /*model*/, std::int32_t /*p
 using M = ModelBundle;
 
 constexpr std::array kSections = {
-    InputSection{"OUTPUTANGLEBASEDRESULTS", "", false, nullptr, nothingToRead},
+    InputSection{kAngleBasedKeyword, "", false, nullptr, nothingToRead},
     InputSection{"INERTIA", "Id, RpmRatio, Inertia, AbsDamping, DynMagnifier", false,
                  allocate<&M::mass>, readInertia},
     InputSection{"SHAFT",

@@ -7,6 +7,9 @@
 
 namespace verenwick {
 
+/// The section that is a keyword and nothing else: it asks for angle based results.
+inline constexpr std::string_view kAngleBasedKeyword = "OUTPUTANGLEBASEDRESULTS";
+
 /// A kind of section of the input file.
 struct InputSection {
   std::string_view keyword;
@@ -60,6 +63,6 @@ void markShaft(ModelBundle& model, std::int32_t position, ShaftType shaftType, C
                std::int32_t ownerId);
 
 /// Torque at maximum continuous rating in N m from power in W and speed in rpm.
-inline double ratedTorque(double power, double rpm) { return power / (kPi * rpm / 30.0); }
+inline double ratedTorque(double power, double rpm) { return power / angularSpeed(rpm); }
 
 }  // namespace verenwick

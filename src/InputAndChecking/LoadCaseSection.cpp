@@ -1,7 +1,6 @@
 #include <array>
 
 #include "InputAndChecking/InputSections.h"
-#include "RunControl/DataFile.h"
 
 namespace verenwick {
 namespace {
@@ -11,28 +10,22 @@ struct LoadKind {
   std::string_view keyword;  ///< in the type row
   std::string_view name;     ///< in messages
   ComponentType type;
-  std::int32_t (*find)(const ModelBundle& model, std::int32_t id);
 };
 
-using M = ModelBundle;
 using enum ComponentType;
 
 constexpr std::array kLoadKinds = {
-    LoadKind{"DIESEL", "Diesel", diesel, positionById<&M::diesel>},
-    LoadKind{"RECIPROCATINGPUMP", "ReciprocatingPump", reciprocatingPump,
-             positionById<&M::reciprocatingPump>},
-    LoadKind{"PROPELLER", "Propeller", propeller, positionById<&M::propeller>},
-    LoadKind{"LINEARCOUPLING", "LinearCoupling", linearCoupling, positionById<&M::linearCoupling>},
-    LoadKind{"PROGRESSIVECOUPLING", "ProgressiveCoupling", progressiveCoupling,
-             positionById<&M::progressiveCoupling>},
-    LoadKind{"GEISLINGERCOUPLING", "GeislingerCoupling", geislingerCoupling,
-             positionById<&M::geislingerCoupling>},
-    LoadKind{"ELECTRICMOTOR", "ElectricMotor", electricMotor, positionById<&M::electricMotor>},
-    LoadKind{"GENERATOR", "Generator", generator, positionById<&M::generator>},
-    LoadKind{"CENTRIFUGALPUMP", "CentrifugalPump", centrifugalPump,
-             positionById<&M::centrifugalPump>},
-    LoadKind{"GASTURBINE", "GasTurbine", gasTurbine, positionById<&M::gasTurbine>},
-    LoadKind{"STEAMTURBINE", "SteamTurbine", steamTurbine, positionById<&M::steamTurbine>},
+    LoadKind{"DIESEL", "Diesel", diesel},
+    LoadKind{"RECIPROCATINGPUMP", "ReciprocatingPump", reciprocatingPump},
+    LoadKind{"PROPELLER", "Propeller", propeller},
+    LoadKind{"LINEARCOUPLING", "LinearCoupling", linearCoupling},
+    LoadKind{"PROGRESSIVECOUPLING", "ProgressiveCoupling", progressiveCoupling},
+    LoadKind{"GEISLINGERCOUPLING", "GeislingerCoupling", geislingerCoupling},
+    LoadKind{"ELECTRICMOTOR", "ElectricMotor", electricMotor},
+    LoadKind{"GENERATOR", "Generator", generator},
+    LoadKind{"CENTRIFUGALPUMP", "CentrifugalPump", centrifugalPump},
+    LoadKind{"GASTURBINE", "GasTurbine", gasTurbine},
+    LoadKind{"STEAMTURBINE", "SteamTurbine", steamTurbine},
 };
 
 constexpr std::string_view kMessage =
@@ -75,7 +68,7 @@ bool readColumns(InputReader& in, ModelBundle& model, std::string ids, std::stri
                       ", it is dropped and the powers move up by one column");
       continue;
     }
-    if (kind->find(model, id) == 0) {
+    if (componentPosition(model, kind->type, id) == 0) {
       in.log().record(kMessage, idLine, " (", kind->name, " ", id, " is not defined)");
       return false;
     }
@@ -147,34 +140,6 @@ bool readLoadCases(InputReader& in, ModelBundle& model) {
     }
     if (!readRow(in, model, loadCase, idLine)) {
       return false;
-    }
-  }
-  return true;
-}
-
-bool readGensetFile(ModelBundle& model) {
-  DataFile file(resultFileAddress(results::resultFile("Genset.txt").name));
-  if (!file.isOpen()) {
-    return file.nextLine() || file.reportFailure();
-  }
-  // One record for each diesel in each load case; a host may not size them by counts alone.
-  constexpr std::int64_t kMostRecords = 10'000'000;
-  const std::int64_t records =
-      std::int64_t{model.loadCaseSpeed.number()} * GET_DIESEL_NUMBER(model.diesel);
-  if (records > kMostRecords) {
-    appendToLog("Error: ", records, " genset records are more than ", kMostRecords);
-    return false;
-  }
-  ALLOCATE_LOADCASEGENSET_TABLE(model.loadCaseGenset, static_cast<std::int32_t>(records));
-  for (std::int32_t position = 1; position <= records; ++position) {
-    if (!file.nextLine() || isBlank(file.line())) {
-      break;
-    }
-    LOADCASEGENSET_RECORD& record = model.loadCaseGenset.at(position);
-    FreeFormat line(file.line());
-    if (!integer(record.DIESELID).readFrom(line) || !bar(record.PRESSUREMAX).readFrom(line) ||
-        !bar(record.PRESSURECOMP).readFrom(line)) {
-      return file.reportFailure();
     }
   }
   return true;

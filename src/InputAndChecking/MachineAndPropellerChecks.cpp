@@ -17,8 +17,8 @@ void checkRotatingMachine(const ModelBundle& model, const Machine& machine, std:
 
 /// The orders in use excite in positive direction of time.
 void checkOrders(std::span<const double> orders, std::int32_t inUse, RecordChecks& it) {
-  const auto count = static_cast<std::size_t>(std::clamp(inUse, 0, 4));
-  for (const double order : orders.first(count)) {
+  const auto count = static_cast<std::size_t>(std::max(inUse, 0));
+  for (const double order : orders.first(std::min(count, orders.size()))) {
     it.error(order < 0.0, " has a negative order (", order);
   }
 }
@@ -60,15 +60,11 @@ void checkSteamTurbines(const ModelBundle& model, CheckLog& log) {
 
 void checkPropellers(const ModelBundle& model, CheckLog& log) {
   checkRecords(log, "Propeller", model.propeller, [&](RecordChecks& it, std::int32_t i) {
-    constexpr std::int32_t kArcher = 2;
-    constexpr std::int32_t kFrahm = 3;
-    constexpr std::int32_t kVariable = 5;
     const PROPELLER_RECORD& propeller = model.propeller.at(i);
+    const auto method = static_cast<PropellerDamping>(propeller.DAMPINGMETHOD);
     const double knuckle = propeller.KNUCKLEPOINT / 100.0;
-    it.error(!isInertia(model, propeller.PROPELLERNODE),
-             " has a propeller node not listed in Inertia table (", propeller.PROPELLERNODE);
-    it.error(propeller.MCRPOWER <= 0.0, " has a zero or negative mcr power (", propeller.MCRPOWER);
-    it.error(propeller.MCRSPEED <= 0.0, " has a zero or negative mcr speed (", propeller.MCRSPEED);
+    checkRotatingMachine(model, propeller, propeller.PROPELLERNODE,
+                         " has a propeller node not listed in Inertia table (", it);
     it.error(propeller.NBLADE < 1, " has a zero or negative number of blades (", propeller.NBLADE);
     it.error(propeller.DB < 0.0, " has a negative boss diameter (", propeller.DB);
     it.error(propeller.DI < 0.0, " has a negative propeller diameter (", propeller.DI);
@@ -76,14 +72,14 @@ void checkPropellers(const ModelBundle& model, CheckLog& log) {
     // No value is both: an expanded area ratio above 1 is a wide bladed propeller, and passes.
     it.error(propeller.EXPAREARATIO < 0.0 && propeller.EXPAREARATIO > 1.0,
              " has a negative or larger than 100% expansive area ratio (", propeller.EXPAREARATIO);
-    it.error(propeller.DAMPINGMETHOD == kArcher &&
+    it.error(method == PropellerDamping::archer &&
                  (propeller.ARCHERNUMBER < 20.0 || propeller.ARCHERNUMBER > 50.0),
              " has a Archer number no greater than 20.0 or no less than 50.0(",
              propeller.ARCHERNUMBER);
-    it.error(propeller.DAMPINGMETHOD == kFrahm &&
+    it.error(method == PropellerDamping::frahm &&
                  (propeller.FRAHMNUMBER < 1.0 || propeller.FRAHMNUMBER > 5.0),
              " has a Frahm number no greater than 1.0 or no less than 5.0(", propeller.FRAHMNUMBER);
-    it.error(propeller.DAMPINGMETHOD == kVariable && (knuckle < 0.0 || knuckle > 1.0),
+    it.error(method == PropellerDamping::variable && (knuckle < 0.0 || knuckle > 1.0),
              " has a KnucklePoint no greater than 0 or no less than 1.2(", propeller.KNUCKLEPOINT);
     it.error(propeller.PITCHPERCENT < 0.0 || propeller.PITCHPERCENT > 1.0,
              " has a negative or larger than 100% pitch percent (", propeller.PITCHPERCENT);

@@ -39,7 +39,7 @@ void writeCylinder(TextWriter& overview, const DIESEL_RECORD& engine, std::int32
   // An id too long for its column pushes the row to the right rather than losing digits.
   row.append(id.size() <= kIdWidth ? kIdWidth - id.size() : 1, ' ');
   row += id + "          " + bank + "       ";
-  row += kFiringStatus[static_cast<std::size_t>(status) - 1];
+  row += kFiringStatus[index(status)];
   overview.writeLine(row);
 }
 
@@ -80,7 +80,7 @@ void OUTPUTDIESELFIRINGSTATUS(const DIESEL_TABLE& diesel) {
     return;
   }
   writeOrWarn([&] {
-    TextWriter overview(resultFileAddress("Overview.txt"), Opening::replace);
+    TextWriter overview(resultFileAddress(results::resultFile("Overview.txt")), Opening::replace);
     overview.writeLine(" Engine                  Cyl       Bank       Firing Status");
     overview.writeLine(" ----------------------------------------------------------");
     for (std::int32_t i = 1; i <= GET_DIESEL_NUMBER(diesel); ++i) {

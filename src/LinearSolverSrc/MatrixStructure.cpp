@@ -3,13 +3,9 @@
 #include <algorithm>
 #include <cstddef>
 
+#include "RunControl/Positions.h"
+
 namespace verenwick {
-namespace {
-
-std::size_t index(std::int32_t position) { return static_cast<std::size_t>(position) - 1; }
-
-}  // namespace
-
 void COMPUTESYMMETRICADJACENCYSET(std::int32_t N, std::span<const std::int32_t> A,
                                   std::span<const std::int32_t> B, std::vector<std::int32_t>& XADJ,
                                   std::vector<std::int32_t>& ADJ, std::int32_t& status) {

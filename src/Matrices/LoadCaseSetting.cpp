@@ -19,7 +19,6 @@ struct Operation {
 /// How the components of one kind take a load case.
 struct LoadKind {
   ComponentType type;
-  std::int32_t (*find)(const ModelBundle& model, std::int32_t id);
   void (*operate)(ModelBundle& model, const Operation& operation);
   /// Computes the excitation at the operating point; null for a kind without any.
   void (*excite)(ModelBundle& model, const Operation& operation);
@@ -99,13 +98,13 @@ void exciteMachine(ModelBundle& model, const Operation& operation) {
 template <auto Table>
 constexpr LoadKind kind(ComponentType type,
                         void (*excite)(ModelBundle&, const Operation&) = nullptr) {
-  return {type, positionById<Table>, operate<Table>, excite};
+  return {type, operate<Table>, excite};
 }
 
 using M = ModelBundle;
 
 constexpr std::array kLoadKinds = {
-    LoadKind{ComponentType::diesel, positionById<&M::diesel>, operateDiesel, exciteDiesel},
+    LoadKind{ComponentType::diesel, operateDiesel, exciteDiesel},
     kind<&M::propeller>(ComponentType::propeller, excitePropeller),
     kind<&M::electricMotor>(
         ComponentType::electricMotor,
@@ -123,23 +122,17 @@ constexpr std::array kLoadKinds = {
     kind<&M::centrifugalPump>(
         ComponentType::centrifugalPump,
         exciteMachine<&M::centrifugalPump, CALCULATE_CENTRIFUGALPUMP_LOADCASESETTING>),
-    LoadKind{ComponentType::reciprocatingPump, positionById<&M::reciprocatingPump>,
-             operateReciprocatingPump, exciteReciprocatingPump},
+    LoadKind{ComponentType::reciprocatingPump, operateReciprocatingPump, exciteReciprocatingPump},
 };
 
 /// Calls use(kind, operation) for the component of a column, if it has one.
 template <class Use>
 void withComponent(const ModelBundle& model, std::int32_t column, std::int32_t loadCase, Use use) {
   const ComponentType type = GET_LOADCASE_COMPONENTTYPE(model.loadCase, column);
-  const std::int32_t id = GET_LOADCASE_COMPONENTID(model.loadCase, column);
   const auto* kind = std::find_if(kLoadKinds.begin(), kLoadKinds.end(),
                                   [&](const LoadKind& k) { return k.type == type; });
-  // A component that the header names twice keeps its first column.
-  if (kind == kLoadKinds.end() || GET_LOADCASE_ICOMPONENT(model.loadCase, type, id) != column) {
-    return;
-  }
-  const std::int32_t position = kind->find(model, id);
-  if (position > 0) {
+  const std::int32_t position = componentOfColumn(model, column);
+  if (kind != kLoadKinds.end() && position > 0) {
     use(*kind, Operation{position, loadCase, model.loadCasePower.at(column, loadCase),
                          model.loadCaseSpeed.at(loadCase)});
   }

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "Matrices/RowComponents.h"
+#include "RunControl/Positions.h"
 #include "RunControl/RunStopped.h"
 
 namespace verenwick {
@@ -10,8 +11,6 @@ namespace {
 
 /// Largest order of the dense eigenproblem: three arrays of this order squared take 600 MB.
 constexpr std::int32_t kLargestFreeOrder = 5000;
-
-std::size_t index(std::int32_t position) { return static_cast<std::size_t>(position) - 1; }
 
 /// Damping of one inertia to ground: by the engine's formula, absolute, or by magnifier.
 void addMassDamping(const ModelBundle& model, std::int32_t row, double excitationOrder,

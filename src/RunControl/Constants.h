@@ -19,7 +19,11 @@ constexpr double kPi = 3.141592653589793;
 /// Pi as several excitation formulas hold it.
 constexpr double kPiSingle = single(3.14159274F);
 
+constexpr double kBar = 100000.0;  ///< Pa
+
 /// Angular speed in rad/s of a speed in rpm.
 constexpr double angularSpeed(double rpm) { return rpm * kPi / 30; }
+
+constexpr double radians(double degrees) { return degrees * kPi / 180; }
 
 }  // namespace verenwick

@@ -6,12 +6,6 @@
 namespace verenwick {
 namespace {
 
-std::string trimmed(std::string_view path) {
-  std::string text{path};
-  shiftLeft(text);
-  return std::string(withoutTrailingBlanks(text));
-}
-
 bool readAll(FreeFormat& from, std::span<double> values) {
   for (double& value : values) {
     if (!from.read(value)) {

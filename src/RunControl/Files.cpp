@@ -40,6 +40,10 @@ std::filesystem::path nativePath(std::string_view path) {
   return native;
 }
 
+std::string resultFileAddress(const results::ResultFile& file) {
+  return resultFileAddress(file.name);
+}
+
 bool isReadableFile(std::string_view path) {
   std::error_code error;
   // Directories, pipes and devices open as well, and then fail or block.
@@ -104,7 +108,7 @@ void TextWriter::close() {
 
 DirectAccessFile::DirectAccessFile(const results::ResultFile& file)
     : unit_(GETFILEID()),
-      path_(resultFileAddress(file.name)),
+      path_(resultFileAddress(file)),
       stream_(nativePath(path_), std::ios::binary | std::ios::out | std::ios::trunc) {
   if (!stream_) {
     stopAt(path_);

@@ -22,6 +22,9 @@ inline constexpr std::size_t kLineLength = 2600;
 /// becomes one.
 std::filesystem::path nativePath(std::string_view path);
 
+/// Full path of a result file.
+std::string resultFileAddress(const results::ResultFile& file);
+
 /// Whether a file exists and can be read.
 bool isReadableFile(std::string_view path);
 

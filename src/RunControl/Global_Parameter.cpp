@@ -16,9 +16,9 @@ constexpr char kSeparator = '\\';
 void SETRESULTFILEDIR(std::string& DIRNAME, std::int32_t N) {
   const std::size_t length = N > 0 ? static_cast<std::size_t>(N) : 0;
   shiftLeft(DIRNAME);
-  const std::string_view trimmed = withoutTrailingBlanks(DIRNAME);
-  if (trimmed.empty() || trimmed.back() == kSeparator) {
-    resultFileDir = trimmed;
+  const std::string_view directory = withoutTrailingBlanks(DIRNAME);
+  if (directory.empty() || directory.back() == kSeparator) {
+    resultFileDir = directory;
   } else {
     // Blanks that the shift left at the end stay in the path before the separator.
     std::string whole = DIRNAME;
@@ -31,13 +31,11 @@ const std::string& GET_RESULTFILEDIR() { return resultFileDir; }
 
 std::string FILEFULLADDRESS(std::string& FILEDIR, const std::string& FILENAME) {
   shiftLeft(FILEDIR);
-  std::string name = FILENAME;
-  shiftLeft(name);
   std::string address{withoutTrailingBlanks(FILEDIR)};
   if (!address.empty() && address.back() != kSeparator) {
     address += kSeparator;
   }
-  address += withoutTrailingBlanks(name);
+  address += trimmed(FILENAME);
   if (address.size() > kPathLength) {
     address.resize(kPathLength);
   }

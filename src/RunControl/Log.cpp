@@ -5,7 +5,7 @@
 namespace verenwick {
 
 Log::Log(Opening opening)
-    : writer_(resultFileAddress(results::resultFile("Verenwick.log").name), opening) {}
+    : writer_(resultFileAddress(results::resultFile("Verenwick.log")), opening) {}
 
 void Log::write(const std::string& line) {
   writer_.writeLine(line);

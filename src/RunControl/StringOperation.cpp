@@ -53,6 +53,10 @@ std::string_view withoutTrailingBlanks(std::string_view text) {
   return text.substr(0, text.find_last_not_of(' ') + 1);
 }
 
+std::string_view trimmed(std::string_view text) {
+  return withoutTrailingBlanks(text.substr(std::min(text.find_first_not_of(' '), text.size())));
+}
+
 std::string_view firstWord(std::string_view text) {
   const std::size_t start = text.find_first_not_of(' ');
   if (start == std::string_view::npos) {

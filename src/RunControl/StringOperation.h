@@ -33,6 +33,9 @@ void shiftLeft(std::string& text);
 /// The value of a field.
 std::string_view withoutTrailingBlanks(std::string_view text);
 
+/// The value of a field without the blanks before it.
+std::string_view trimmed(std::string_view text);
+
 /// The first word of a text.
 std::string_view firstWord(std::string_view text);
 

@@ -6,6 +6,7 @@
 #include "ComponentTables/Global_Mass.h"
 #include "ComponentTables/Global_Propeller.h"
 #include "ComponentTables/Global_Shaft.h"
+#include "RunControl/Positions.h"
 
 /// The shaft line as a graph: inertias are the nodes, by their positions in the table, shafts the
 /// edges. A sound model is a tree, and any shaft cuts it into two sides.
@@ -30,8 +31,6 @@ class ADJNODE {
 
  private:
   using NeighbourLists = std::vector<std::vector<std::int32_t>>;
-  static std::size_t index(std::int32_t i) { return static_cast<std::size_t>(i) - 1; }
-
   NeighbourLists from_;
   NeighbourLists into_;
 };
@@ -41,8 +40,8 @@ class VISITEDNODE {
  public:
   VISITEDNODE() = default;
   explicit VISITEDNODE(std::int32_t nodes) : marks_(static_cast<std::size_t>(nodes)) {}
-  bool at(std::int32_t node) const { return marks_[static_cast<std::size_t>(node) - 1] != 0; }
-  void mark(std::int32_t node) { marks_[static_cast<std::size_t>(node) - 1] = 1; }
+  bool at(std::int32_t node) const { return marks_[index(node)] != 0; }
+  void mark(std::int32_t node) { marks_[index(node)] = 1; }
   /// Number of marked nodes.
   std::int32_t count() const;
 

@@ -1,0 +1,34 @@
+#include "InputAndChecking/InputSections.h"
+#include "RunControl/DataFile.h"
+
+namespace verenwick {
+
+bool readGensetFile(ModelBundle& model) {
+  DataFile file(resultFileAddress(results::resultFile("Genset.txt")));
+  if (!file.isOpen()) {
+    return file.nextLine() || file.reportFailure();
+  }
+  // One record for each diesel in each load case; a host may not size them by counts alone.
+  constexpr std::int64_t kMostRecords = 10'000'000;
+  const std::int64_t records =
+      std::int64_t{model.loadCaseSpeed.number()} * GET_DIESEL_NUMBER(model.diesel);
+  if (records > kMostRecords) {
+    appendToLog("Error: ", records, " genset records are more than ", kMostRecords);
+    return false;
+  }
+  ALLOCATE_LOADCASEGENSET_TABLE(model.loadCaseGenset, static_cast<std::int32_t>(records));
+  for (std::int32_t position = 1; position <= records; ++position) {
+    if (!file.nextLine() || isBlank(file.line())) {
+      break;
+    }
+    LOADCASEGENSET_RECORD& record = model.loadCaseGenset.at(position);
+    FreeFormat line(file.line());
+    if (!integer(record.DIESELID).readFrom(line) || !bar(record.PRESSUREMAX).readFrom(line) ||
+        !bar(record.PRESSURECOMP).readFrom(line)) {
+      return file.reportFailure();
+    }
+  }
+  return true;
+}
+
+}  // namespace verenwick
