@@ -4,12 +4,13 @@
 #include <array>
 #include <string_view>
 
+#include "host/Units.h"
+
 namespace verenwick::host {
 namespace {
 
 using results::Family;
 
-constexpr double kWatts = 1e3;  // in a kilowatt
 constexpr std::size_t kOrderPlaces = 4;
 
 struct Kind {
@@ -40,7 +41,7 @@ bool takeRating(const InputLines& lines, std::size_t position, Component& compon
   if (!power || !speed) {
     return false;
   }
-  component.power = *power * kWatts;
+  component.power = *power * kKilo;
   component.speed = *speed;
   return true;
 }

@@ -8,6 +8,7 @@
 #include <stdexcept>
 
 #include "host/Commands.h"
+#include "host/Units.h"
 #include "verenwick.h"
 
 namespace verenwick::host {
@@ -19,14 +20,14 @@ struct Description {
   double unit;  ///< in SI units
 };
 
-constexpr std::array<Description, kQuantities> kDescriptions{{
-    {"bore", "mm", 1e-3},
-    {"stroke", "mm", 1e-3},
+constexpr std::array<Description, kEngineQuantities> kDescriptions{{
+    {"bore", "mm", kMilli},
+    {"stroke", "mm", kMilli},
     {"conrod-ratio", "Crank radius divided by rod length", 1},
     {"compression-ratio", "Compression ratio", 1},
-    {"rated-power", "kW of the cylinder", 1e3},
+    {"rated-power", "kW of the cylinder", kKilo},
     {"rated-speed", "rpm", 1},
-    {"power", "kW of the cylinder; rated if not given", 1e3},
+    {"power", "kW of the cylinder; rated if not given", kKilo},
     {"speed", "rpm; rated if not given", 1},
     {"inlet-pressure", "Rated, bar absolute", kBar},
     {"charge-temperature", "Charge air, degrees Celsius", 1},
@@ -53,7 +54,7 @@ EngineData::EngineData(CLI::App& command) : command_(command) {
       .add_option("--harmonics", harmonics_,
                   "Print so many harmonics of the tangential curve instead")
       ->check(CLI::PositiveNumber);
-  for (std::size_t i = 0; i < kQuantities; ++i) {
+  for (std::size_t i = 0; i < kEngineQuantities; ++i) {
     command.add_option(fmt::format("--{}", kDescriptions[i].name), given_[i],
                        kDescriptions[i].help);
   }
@@ -84,7 +85,7 @@ void EngineData::complete() {
     given_[kPower] = given_[kRatedPower];
   if (!given_[kSpeed])
     given_[kSpeed] = given_[kRatedSpeed];
-  for (std::size_t i = 0; i < kQuantities; ++i) {
+  for (std::size_t i = 0; i < kEngineQuantities; ++i) {
     const bool isNeeded = strokes_ == 2 || (i != kInletStart && i != kInletClose);
     if (isNeeded && !given_[i]) {
       throw UsageError(fmt::format("--{} is missing", kDescriptions[i].name));

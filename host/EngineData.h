@@ -12,10 +12,7 @@
 /// option, or a line "name = value" of a small file.
 namespace verenwick::host {
 
-inline constexpr double kPi = 3.141592653589793;
-inline constexpr double kBar = 1e5;  ///< Pa
-
-enum Quantity : std::size_t {
+enum EngineQuantity : std::size_t {
   kBore,
   kStroke,
   kConrodRatio,
@@ -36,7 +33,7 @@ enum Quantity : std::size_t {
   kExhaustStart,
   kInletStart,
   kInletClose,
-  kQuantities
+  kEngineQuantities
 };
 
 class EngineData {
@@ -49,7 +46,7 @@ class EngineData {
   void complete();
 
   /// In SI units. Peak and compression pressure stay above 1 bar.
-  const double& operator[](Quantity quantity) const { return values_[quantity]; }
+  const double& operator[](EngineQuantity quantity) const { return values_[quantity]; }
   /// Points of a cycle in steps of one degree.
   std::int32_t points() const { return strokes_ == 2 ? 360 : 720; }
   /// Harmonics to print in place of a curve, fewer than half the points; 0 for the curve.
@@ -71,8 +68,8 @@ class EngineData {
   std::int32_t strokes_{};
   bool misfires_{};
   std::int32_t harmonics_{};
-  std::array<std::optional<double>, kQuantities> given_;
-  std::array<double, kQuantities> values_{};
+  std::array<std::optional<double>, kEngineQuantities> given_;
+  std::array<double, kEngineQuantities> values_{};
 };
 
 /// A harmonic of the tangential pressure, sine and cosine component in Pa.

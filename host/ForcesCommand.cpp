@@ -10,6 +10,7 @@
 
 #include "host/Commands.h"
 #include "host/EngineData.h"
+#include "host/Units.h"
 #include "verenwick.h"
 
 namespace verenwick::host {

@@ -6,6 +6,7 @@
 
 #include "host/Commands.h"
 #include "host/EngineData.h"
+#include "host/Units.h"
 
 namespace verenwick::host {
 namespace {

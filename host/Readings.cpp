@@ -6,6 +6,8 @@
 #include <stdexcept>
 #include <utility>
 
+#include "host/Units.h"
+
 namespace verenwick::host {
 
 using results::Axis;
@@ -98,12 +100,11 @@ std::optional<std::size_t> sourceRow(const ShaftLine& line, Family family, std::
 }
 
 double orderAt(const Component& component, Family family, std::int64_t places, std::int64_t place) {
-  constexpr std::int64_t halfOrders = 24;
   constexpr std::int64_t bladeOrders = 2;
   const auto index = static_cast<std::size_t>(place - 1);
   switch (family) {
     case Family::diesel:
-      return places == halfOrders ? static_cast<double>(place) / 2 : static_cast<double>(place);
+      return static_cast<double>(place) * results::orderStep(places);
     case Family::reciprocatingPump:
       break;
     case Family::propeller:

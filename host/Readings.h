@@ -10,8 +10,6 @@
 /// Result files as the host's tables and pictures need them.
 namespace verenwick::host {
 
-inline constexpr double kRpmOfAngularSpeed = 30 / 3.141592653589793;
-
 /// The shaft line of the input file that results are of. Throws std::runtime_error if it can't be
 /// read, or if it has other numbers of inertias, shafts or load cases than the results.
 ShaftLine readLineOf(const results::ResultDirectory& directory, const std::filesystem::path& input);

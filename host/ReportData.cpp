@@ -52,28 +52,23 @@ json shafts(const ShaftLine& line) {
   return rows;
 }
 
-/// The orders that a component excites. Where the input file doesn't give them, they are whole
-/// ones, or those of an engine in halves where a four-stroke engine is among the engines.
+/// The orders that a component excites, those of the input file where the run decides none.
 std::vector<double> ordersOf(const Component& component, const ResultDirectory& directory) {
-  constexpr std::int64_t halfOrders = 24;
-  constexpr double half = 0.5;
   constexpr const ResultFile& propellers = resultFile("PropellerDeflection.bin");
   std::int64_t count = 0;
-  double step = 1;
   if (component.family == results::Family::diesel) {
     count = directory.count(SystemCount::dieselOrders).value_or(0);
-    step = count == halfOrders ? half : step;
   } else if (component.family == results::Family::reciprocatingPump) {
     count = results::fixedOrders(*component.family);
   } else if (component.family == results::Family::propeller && directory.has(propellers)) {
     count = directory.open(propellers).axis(Index::order)->last;
   }
-  if (count <= static_cast<std::int64_t>(component.orders.size())) {
+  if (count == 0) {
     return component.orders;
   }
   std::vector<double> orders;
   for (std::int64_t place = 1; place <= count; ++place) {
-    orders.push_back(static_cast<double>(place) * step);
+    orders.push_back(orderAt(component, *component.family, count, place));
   }
   return orders;
 }

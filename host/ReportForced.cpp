@@ -28,10 +28,6 @@ constexpr std::size_t kOrdersDrawn = 8;
 /// An order below this share of the strongest one at its point isn't drawn.
 constexpr double kShareDrawn = 0.01;
 
-constexpr std::array kSources = {
-    Family::diesel,          Family::propeller,         Family::generator,
-    Family::centrifugalPump, Family::reciprocatingPump, Family::electricMotor};
-
 /// An order of a source, with its place in the files of the family.
 struct Contribution {
   Family family;
@@ -46,7 +42,8 @@ struct Contribution {
 template <class Function>
 void forContributions(const ShaftLine& line, const ResultDirectory& directory, Quantity quantity,
                       Function each) {
-  for (const Family family : kSources) {
+  for (int f = 0; f < results::kFamilies; ++f) {
+    const auto family = static_cast<Family>(f);
     const ResultFile& file = results::familyFile(family, quantity);
     if (!directory.has(file)) {
       continue;

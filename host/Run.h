@@ -4,14 +4,18 @@
 #include <filesystem>
 #include <string>
 
-#include "host/RunSummary.h"
-
 namespace verenwick::host {
 
 inline constexpr std::int32_t kModeReport = 0;
 inline constexpr std::int32_t kModeFree = 1;
 inline constexpr std::int32_t kModeForced = 2;
 inline constexpr std::int32_t kModeBoth = 3;
+
+/// What a run calculates.
+struct Steps {
+  bool free;
+  bool forced;
+};
 
 /// What a run mode calculates.
 constexpr Steps stepsOf(std::int32_t mode) {

@@ -34,12 +34,6 @@ struct RunOptions {
   bool json = false;
 };
 
-void print(const nlohmann::ordered_json& document) {
-  constexpr int indent = 2;
-  fmt::print("{}\n",
-             document.dump(indent, ' ', false, nlohmann::ordered_json::error_handler_t::replace));
-}
-
 /// A run in this process.
 int runOne(const RunOptions& options) {
   const fs::path input = fs::absolute(options.inputs.front());
@@ -56,7 +50,7 @@ int runOne(const RunOptions& options) {
     std::fputs("verenwick: the input is refused\n", stderr);
     if (options.json) {
       document["words"] = outcome.log;
-      print(document);
+      printDocument(document);
     }
     return 1;
   }
@@ -66,7 +60,7 @@ int runOne(const RunOptions& options) {
   }
   if (options.json) {
     document.update(jsonOf(summarise(input, directory, steps), steps));
-    print(document);
+    printDocument(document);
   } else if (!options.quiet) {
     printSummary(input.filename().string(), summarise(input, directory, steps), steps);
     fmt::print("\nResults in {}\n", path.string());

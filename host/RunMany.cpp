@@ -14,6 +14,7 @@
 #include "host/Run.h"
 #include "host/RunSummary.h"
 #include "host/Terminal.h"
+#include "host/Units.h"
 
 namespace verenwick::host {
 namespace {
@@ -171,8 +172,6 @@ std::string reason(const Progress& run) {
 }
 
 void printTable(const std::vector<Progress>& runs) {
-  constexpr double kilo = 1e3;
-  constexpr double mega = 1e6;
   const std::size_t width = std::max<std::size_t>(widthOfNames(runs), 5);
   fmt::print("{}\n", styled(stdout, fmt::emphasis::bold,
                             fmt::format("{:<{}}{:>9}{:>7}{:>13}{:>15}{:>16}{:>7}{:>10}", "plant",
@@ -185,14 +184,13 @@ void printTable(const std::vector<Progress>& runs) {
       continue;
     }
     const RunSummary& summary = *run.summary;
-    constexpr double period = 2 * 3.141592653589793;
     fmt::print("{:>7}{:>13}", summary.modes.empty() ? "-" : std::to_string(summary.modes.size()),
                summary.modes.size() < 2
                    ? "-"
-                   : fmt::format("{:.4g}", summary.modes[1].frequency / period));
+                   : fmt::format("{:.4g}", summary.modes[1].frequency / (2 * kPi)));
     if (const LoadCaseSummary* worst = worstLoadCase(summary)) {
-      fmt::print("{:>15.4g}{:>16.4g}{:>7}{:>10}", worst->torque.value / kilo,
-                 worst->stress.value / mega, worst->stress.id,
+      fmt::print("{:>15.4g}{:>16.4g}{:>7}{:>10}", worst->torque.value / kKilo,
+                 worst->stress.value / kMega, worst->stress.id,
                  worst->speed ? fmt::format("{:.1f}", *worst->speed) : "-");
     } else {
       fmt::print("{:>15}{:>16}{:>7}{:>10}", "-", "-", "-", "-");
@@ -215,8 +213,7 @@ void printJson(const std::vector<Progress>& runs, Steps steps) {
     }
     documents.push_back(std::move(document));
   }
-  constexpr int indent = 2;
-  fmt::print("{}\n", documents.dump(indent, ' ', false, json::error_handler_t::replace));
+  printDocument(documents);
 }
 
 }  // namespace

@@ -1,14 +1,11 @@
 #include "host/RunSummary.h"
 
-#include <fmt/format.h>
-
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <numeric>
 
 #include "host/ShaftLine.h"
-#include "host/Terminal.h"
 
 namespace verenwick::host {
 namespace {
@@ -20,13 +17,6 @@ using results::resultFile;
 using results::ResultValues;
 using results::SystemCount;
 
-using json = nlohmann::ordered_json;
-
-constexpr double kSecondsOfMinute = 60;
-constexpr std::size_t kOrdersShown = 5;
-constexpr double kKilo = 1e3;
-constexpr double kMega = 1e6;
-constexpr double kMilli = 1e-3;
 /// Vector sums that differ by less are the same up to rounding: the major orders of an engine.
 constexpr double kSameSum = 1e-6;
 
@@ -150,75 +140,6 @@ std::vector<LoadCaseSummary> loadCasesOf(const std::optional<ShaftLine>& line,
   return loadCases;
 }
 
-void printTitle(std::string_view title) {
-  fmt::print("\n{}\n", styled(stdout, fmt::emphasis::bold, title));
-}
-
-void printCounts(const std::string& name, const RunSummary& summary) {
-  std::string text;
-  for (auto [words, count] : summary.counts) {
-    if (count == 1) {
-      words.remove_suffix(1);
-    }
-    text += fmt::format("{}{} {}", text.empty() ? "" : ", ", count, words);
-  }
-  fmt::print("{}: {}\n", styled(stdout, fmt::emphasis::bold, name), text);
-}
-
-void printModes(const std::vector<ModeSummary>& modes) {
-  printTitle("Natural frequencies");
-  fmt::print("{:>6}{:>15}{:>15}{:>15}{:>7}\n", "mode", "rad/s", "Hz", "rpm", "nodes");
-  bool allFinite = true;
-  int number = 0;
-  for (const ModeSummary& mode : modes) {
-    allFinite = allFinite && mode.nodes;
-    const double rpm = mode.frequency * kRpmOfAngularSpeed;
-    fmt::print("{:>6}{:>15.4f}{:>15.4f}{:>15.3f}{:>7}\n", ++number, mode.frequency,
-               rpm / kSecondsOfMinute, rpm, mode.nodes ? std::to_string(*mode.nodes) : "-");
-  }
-  if (!allFinite) {
-    fmt::print("     -: the mode leaves the reference inertia of its shape at rest\n");
-  }
-}
-
-void printEngine(std::size_t number, const std::vector<std::vector<CriticalSpeed>>& modes) {
-  printTitle(
-      fmt::format("Critical speeds of diesel {}: the orders with the largest vector sums", number));
-  fmt::print("{:>6}", "mode");
-  for (std::size_t i = 0; i < kOrdersShown; ++i) {
-    fmt::print("{:>8}{:>7}{:>10}", "order", "sum", "rpm");
-  }
-  fmt::print("\n");
-  int mode = 1;
-  for (const std::vector<CriticalSpeed>& orders : modes) {
-    fmt::print("{:>6}", ++mode);
-    for (const CriticalSpeed& each : orders) {
-      fmt::print("{:>8.1f}{:>7.3f}{:>10.2f}", each.order, each.sum, each.rpm);
-    }
-    fmt::print("\n");
-  }
-}
-
-void printLoadCases(const std::vector<LoadCaseSummary>& loadCases) {
-  printTitle("Largest vibratory values of each load case, with the id of the shaft or inertia");
-  fmt::print("{:>6}{:>10}{:>15}{:>7}{:>16}{:>7}{:>18}{:>9}{:>17}\n", "case", "rpm", "torque [kN m]",
-             "shaft", "stress [N/mm2]", "shaft", "deflection [mrad]", "inertia", "total loss [kW]");
-  int number = 0;
-  for (const LoadCaseSummary& each : loadCases) {
-    fmt::print("{:>6}{:>10}{:>15.4g}{:>7}{:>16.4g}{:>7}{:>18.4g}{:>9}{:>17.4g}\n", ++number,
-               each.speed ? fmt::format("{:.1f}", *each.speed) : "-", each.torque.value / kKilo,
-               each.torque.id, each.stress.value / kMega, each.stress.id,
-               each.deflection.value / kMilli, each.deflection.id, each.loss / kKilo);
-  }
-}
-
-/// A number of the summary: null for what a document can't hold.
-json number(double value) { return std::isfinite(value) ? json(value) : json(nullptr); }
-
-json jsonOf(const Largest& largest, const char* point) {
-  return {{"value", number(largest.value)}, {point, largest.id}};
-}
-
 }  // namespace
 
 RunSummary summarise(const std::filesystem::path& input, const ResultDirectory& directory,
@@ -236,59 +157,6 @@ RunSummary summarise(const std::filesystem::path& input, const ResultDirectory& 
     summary.loadCases = loadCasesOf(line, directory);
   }
   return summary;
-}
-
-void printSummary(const std::string& name, const RunSummary& summary, Steps steps) {
-  printCounts(name, summary);
-  if (steps.free) {
-    printModes(summary.modes);
-    std::size_t engine = 0;
-    for (const auto& modes : summary.engines) {
-      printEngine(++engine, modes);
-    }
-  }
-  if (steps.forced) {
-    printLoadCases(summary.loadCases);
-  }
-}
-
-json jsonOf(const RunSummary& summary, Steps steps) {
-  json document = {{"counts", json::object()}};
-  for (const auto& [words, count] : summary.counts) {
-    document["counts"][std::string(words)] = count;
-  }
-  if (steps.free) {
-    json& modes = document["modes"] = json::array();
-    for (const ModeSummary& mode : summary.modes) {
-      modes.push_back({{"mode", modes.size() + 1},
-                       {"angularFrequency", number(mode.frequency)},
-                       {"nodes", mode.nodes ? json(*mode.nodes) : json(nullptr)}});
-    }
-    json& criticals = document["criticalSpeeds"] = json::array();
-    for (std::size_t engine = 0; engine < summary.engines.size(); ++engine) {
-      for (std::size_t mode = 0; mode < summary.engines[engine].size(); ++mode) {
-        for (const CriticalSpeed& each : summary.engines[engine][mode]) {
-          criticals.push_back({{"diesel", engine + 1},
-                               {"mode", mode + 2},
-                               {"order", number(each.order)},
-                               {"relativeVectorSum", number(each.sum)},
-                               {"rpm", number(each.rpm)}});
-        }
-      }
-    }
-  }
-  if (steps.forced) {
-    json& loadCases = document["loadCases"] = json::array();
-    for (const LoadCaseSummary& each : summary.loadCases) {
-      loadCases.push_back({{"case", loadCases.size() + 1},
-                           {"rpm", each.speed ? number(*each.speed) : json(nullptr)},
-                           {"torque", jsonOf(each.torque, "shaft")},
-                           {"stress", jsonOf(each.stress, "shaft")},
-                           {"deflection", jsonOf(each.deflection, "inertia")},
-                           {"powerLoss", number(each.loss)}});
-    }
-  }
-  return document;
 }
 
 const LoadCaseSummary* worstLoadCase(const RunSummary& summary) {

@@ -10,16 +10,11 @@
 #include <vector>
 
 #include "host/Readings.h"
+#include "host/Run.h"
 #include "results/ResultReader.h"
 
 /// What an engineer wants to see of a run first, from the files that the run has left.
 namespace verenwick::host {
-
-/// What a run has calculated.
-struct Steps {
-  bool free;
-  bool forced;
-};
 
 /// A mode.
 struct ModeSummary {
@@ -42,11 +37,15 @@ struct LoadCaseSummary {
   double loss = 0;              ///< of all shafts, W
 };
 
+/// Orders of an engine that a summary has at a mode.
+inline constexpr std::size_t kOrdersShown = 5;
+
 struct RunSummary {
   /// What the plant has, in the words of the count, and how many.
   std::vector<std::pair<std::string_view, std::int64_t>> counts;
   std::vector<ModeSummary> modes;
-  /// Engines, and their modes from the second on: the orders with the largest vector sums.
+  /// Engines, and their modes from the second on: the orders with the largest vector sums, at most
+  /// kOrdersShown.
   std::vector<std::vector<std::vector<CriticalSpeed>>> engines;
   std::vector<LoadCaseSummary> loadCases;
 };
@@ -59,6 +58,9 @@ void printSummary(const std::string& name, const RunSummary& summary, Steps step
 
 /// In SI units; what isn't finite is null.
 nlohmann::ordered_json jsonOf(const RunSummary& summary, Steps steps);
+
+/// Prints a document to standard output.
+void printDocument(const nlohmann::ordered_json& document);
 
 /// The load case with the largest vibratory stress, or torque if there is no stress; null without
 /// load cases.

@@ -8,6 +8,7 @@
 
 #include "host/ComponentSections.h"
 #include "host/InputLines.h"
+#include "host/Units.h"
 
 namespace verenwick::host {
 namespace {
@@ -62,7 +63,6 @@ bool readInertia(const InputLines& lines, Sections& sections) {
 }
 
 bool readShaft(const InputLines& lines, Sections& sections) {
-  constexpr double millimetre = 1e-3;
   constexpr std::size_t ratio = 4, stiffness = 5, outer = 8, inner = 9, remark = 12;
   const auto id = lines.number<std::int32_t>(1);
   const auto origin = lines.number<std::int32_t>(2);
@@ -74,8 +74,8 @@ bool readShaft(const InputLines& lines, Sections& sections) {
   sections.ends.push_back({*origin, *destination});
   sections.line.shafts.push_back({*id, 0, 0, lines.number<double>(ratio).value_or(1),
                                   lines.number<double>(stiffness).value_or(0),
-                                  lines.number<double>(outer).value_or(0) * millimetre,
-                                  lines.number<double>(inner).value_or(0) * millimetre,
+                                  lines.number<double>(outer).value_or(0) * kMilli,
+                                  lines.number<double>(inner).value_or(0) * kMilli,
                                   lines.rest(remark)});
   return true;
 }

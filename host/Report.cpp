@@ -1,0 +1,45 @@
+#include "host/Report.h"
+
+#include <fmt/format.h>
+
+#include <fstream>
+#include <stdexcept>
+#include <string>
+
+#include "host/ReportData.h"
+#include "host/ReportPage.h"
+
+namespace verenwick::host {
+namespace {
+
+/// The document as the text of a script element: nothing in it may end the element.
+std::string scriptText(const nlohmann::json& data) {
+  std::string text = data.dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);
+  std::string safe;
+  safe.reserve(text.size());
+  for (const char c : text) {
+    if (c == '<') {
+      safe += "\\u003c";
+    } else {
+      safe += c;
+    }
+  }
+  return safe;
+}
+
+}  // namespace
+
+void writeReport(const std::filesystem::path& input, const results::ResultDirectory& directory,
+                 const std::filesystem::path& output) {
+  const std::string data = scriptText(reportData(input, directory));
+  const std::string_view page = reportPage();
+  const std::size_t marker = page.find(kDataMarker);
+  std::ofstream stream(output, std::ios::binary);
+  stream << page.substr(0, marker) << data << page.substr(marker + kDataMarker.size());
+  stream.close();
+  if (!stream) {
+    throw std::runtime_error(fmt::format("{} can't be written", output.string()));
+  }
+}
+
+}  // namespace verenwick::host
