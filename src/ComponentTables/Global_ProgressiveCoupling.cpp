@@ -1,5 +1,6 @@
 #include "ComponentTables/Global_ProgressiveCoupling.h"
 
+#include "ComputationsSrc/Interpolation.h"
 #include "RunControl/Constants.h"
 
 namespace verenwick {
@@ -13,15 +14,8 @@ std::int32_t GET_PROGRESSIVECOUPLING_IPROGRESSIVECOUPLING_SHAFTNODE(
 
 double GET_PROGRESSIVECOUPLING_STIFFNESSDYNAMIC(const PROGRESSIVECOUPLING_TABLE& table,
                                                 std::int32_t row, double torque) {
-  const auto& torques = table.at(row).NOMINALTORQUE;
-  const auto& stiffnesses = table.at(row).NOMINALSTIFFNESS;
-  std::size_t hi = 1;
-  while (hi + 1 < torques.size() && torque > torques[hi]) {
-    ++hi;
-  }
-  const std::size_t lo = hi - 1;
-  return stiffnesses[lo] +
-         (stiffnesses[hi] - stiffnesses[lo]) * (torque - torques[lo]) / (torques[hi] - torques[lo]);
+  const PROGRESSIVECOUPLING_RECORD& coupling = table.at(row);
+  return interpolate(coupling.NOMINALTORQUE, coupling.NOMINALSTIFFNESS, torque);
 }
 
 double CALCULATE_PROGRESSIVECOUPLING_DAMPING(const PROGRESSIVECOUPLING_TABLE& table,

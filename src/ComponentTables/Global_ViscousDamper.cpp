@@ -1,14 +1,16 @@
 #include "ComponentTables/Global_ViscousDamper.h"
 
 #include <algorithm>
+#include <span>
 
+#include "ComputationsSrc/Interpolation.h"
 #include "RunControl/DataFile.h"
 #include "RunControl/StringOperation.h"
 
 namespace verenwick {
 namespace {
 
-/// Value of a table at a frequency, linear between its rows and beyond them.
+/// Value of a table over frequency; as many values as were loaded.
 /// @param empty value of a table without rows
 double valueAt(const std::vector<double>& frequencies, const std::vector<double>& values,
                double frequency, double empty) {
@@ -16,13 +18,7 @@ double valueAt(const std::vector<double>& frequencies, const std::vector<double>
   if (rows < 2) {
     return rows == 1 ? values[0] : empty;
   }
-  std::size_t hi = 1;
-  while (hi + 1 < rows && frequency > frequencies[hi]) {
-    ++hi;
-  }
-  const std::size_t lo = hi - 1;
-  return values[lo] + (values[hi] - values[lo]) * (frequency - frequencies[lo]) /
-                          (frequencies[hi] - frequencies[lo]);
+  return interpolate(std::span(frequencies).first(rows), values, frequency);
 }
 
 /// Frequency in Hz of a harmonic order of the damper's speed.

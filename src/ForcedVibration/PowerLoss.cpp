@@ -110,14 +110,18 @@ struct LossFamily {
 /// Stiffness and damping of a shaft, some of which depend on the order.
 class LossyShaft {
  public:
+  double stiffness;  ///< N m/rad
+  double damping;    ///< N m s/rad
+  double magnifier;
+
   LossyShaft(ModelBundle& model, std::int32_t s)
-      : model_(model),
+      : stiffness(GET_SHAFT_STIFFNESSDYNAMIC(model.shaft, s)),
+        damping(GET_SHAFT_ABSDAMPING(model.shaft, s)),
+        magnifier(GET_SHAFT_DYNMAGNIFIER(model.shaft, s)),
+        model_(model),
         geislinger_(geislingerCouplingOfShaft(model, s)),
         diesel_(crankThrowFormulaEngine(model, s)),
-        viscous_(customViscousDamper(model, s)),
-        stiffness(GET_SHAFT_STIFFNESSDYNAMIC(model.shaft, s)),
-        damping(GET_SHAFT_ABSDAMPING(model.shaft, s)),
-        magnifier(GET_SHAFT_DYNMAGNIFIER(model.shaft, s)) {
+        viscous_(customViscousDamper(model, s)) {
     if (geislinger_ > 0) {
       damping = GET_GEISLINGERCOUPLING_DAMPING(model.geislingerCoupling, geislinger_);
     } else if (diesel_ > 0) {
@@ -152,11 +156,6 @@ class LossyShaft {
   std::int32_t geislinger_;
   std::int32_t diesel_;
   std::int32_t viscous_;
-
- public:
-  double stiffness;  ///< N m/rad
-  double damping;    ///< N m s/rad
-  double magnifier;
 };
 
 /// Square of the twist amplitude of a shaft that is no damper, rad2: torque over stiffness.
