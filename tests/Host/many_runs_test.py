@@ -101,6 +101,8 @@ class ManyRuns(HostTest):
             self.assertEqual(refused["status"], 1)
             self.assertIn(REFUSAL, refused["words"])
         self.assertNotIn("loadCases", document(INPUTS[0], "--mode", "free"))
+        commas = self.write("commas.txt", INPUTS[0].read_text().replace(".", ","))
+        self.assertEqual(document(commas)["loadCases"], document(INPUTS[0])["loadCases"])
 
     def test_terminal(self):
         escape = "\x1b["
