@@ -171,12 +171,25 @@ std::string reason(const Progress& run) {
   return last;
 }
 
+/// The largest value of a quantity in a unit, its shaft and its speed, as columns of the table.
+std::string worstColumns(const RunSummary& summary, Largest LoadCaseSummary::*quantity, double unit,
+                         int width) {
+  const LoadCaseSummary* worst = worstLoadCase(summary, quantity);
+  if (worst == nullptr || (worst->*quantity).value == 0) {
+    return fmt::format("{:>{}}{:>7}{:>9}", "-", width, "-", "-");
+  }
+  return fmt::format("{:>{}.4g}{:>7}{:>9}", (worst->*quantity).value / unit, width,
+                     (worst->*quantity).id,
+                     worst->speed ? fmt::format("{:.1f}", *worst->speed) : "-");
+}
+
 void printTable(const std::vector<Progress>& runs) {
   const std::size_t width = std::max<std::size_t>(widthOfNames(runs), 5);
-  fmt::print("{}\n", styled(stdout, fmt::emphasis::bold,
-                            fmt::format("{:<{}}{:>9}{:>7}{:>13}{:>15}{:>16}{:>7}{:>10}", "plant",
-                                        width, "time [s]", "modes", "mode 2 [Hz]", "torque [kN m]",
-                                        "stress [N/mm2]", "shaft", "at rpm")));
+  fmt::print("{}\n",
+             styled(stdout, fmt::emphasis::bold,
+                    fmt::format("{:<{}}{:>9}{:>7}{:>13}{:>15}{:>7}{:>9}{:>16}{:>7}{:>9}", "plant",
+                                width, "time [s]", "modes", "mode 2 [Hz]", "torque [kN m]", "shaft",
+                                "at rpm", "stress [N/mm2]", "shaft", "at rpm")));
   for (const Progress& run : runs) {
     fmt::print("{:<{}}{:>9.1f}", run.plan->name, width, run.seconds);
     if (!run.summary) {
@@ -188,14 +201,8 @@ void printTable(const std::vector<Progress>& runs) {
                summary.modes.size() < 2
                    ? "-"
                    : fmt::format("{:.4g}", summary.modes[1].frequency / (2 * kPi)));
-    if (const LoadCaseSummary* worst = worstLoadCase(summary)) {
-      fmt::print("{:>15.4g}{:>16.4g}{:>7}{:>10}", worst->torque.value / kKilo,
-                 worst->stress.value / kMega, worst->stress.id,
-                 worst->speed ? fmt::format("{:.1f}", *worst->speed) : "-");
-    } else {
-      fmt::print("{:>15}{:>16}{:>7}{:>10}", "-", "-", "-", "-");
-    }
-    fmt::print("\n");
+    fmt::print("{}{}\n", worstColumns(summary, &LoadCaseSummary::torque, kKilo, 15),
+               worstColumns(summary, &LoadCaseSummary::stress, kMega, 16));
   }
 }
 

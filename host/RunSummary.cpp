@@ -159,20 +159,16 @@ RunSummary summarise(const std::filesystem::path& input, const ResultDirectory& 
   return summary;
 }
 
-const LoadCaseSummary* worstLoadCase(const RunSummary& summary) {
+const LoadCaseSummary* worstLoadCase(const RunSummary& summary,
+                                     Largest LoadCaseSummary::*quantity) {
   const auto& cases = summary.loadCases;
-  const auto worst = [&cases](auto quantity) {
-    return std::max_element(cases.begin(), cases.end(), [quantity](const auto& a, const auto& b) {
-      const double left = (a.*quantity).value;
-      const double right = (b.*quantity).value;
-      return left < right || (std::isnan(right) && !std::isnan(left));
-    });
-  };
-  if (cases.empty()) {
-    return nullptr;
-  }
-  const auto stressed = worst(&LoadCaseSummary::stress);
-  return stressed->stress.value != 0 ? &*stressed : &*worst(&LoadCaseSummary::torque);
+  const auto worst =
+      std::max_element(cases.begin(), cases.end(), [quantity](const auto& a, const auto& b) {
+        const double left = (a.*quantity).value;
+        const double right = (b.*quantity).value;
+        return left < right || (std::isnan(right) && !std::isnan(left));
+      });
+  return worst == cases.end() ? nullptr : &*worst;
 }
 
 }  // namespace verenwick::host

@@ -62,8 +62,7 @@ nlohmann::ordered_json jsonOf(const RunSummary& summary, Steps steps);
 /// Prints a document to standard output.
 void printDocument(const nlohmann::ordered_json& document);
 
-/// The load case with the largest vibratory stress, or torque if there is no stress; null without
-/// load cases.
-const LoadCaseSummary* worstLoadCase(const RunSummary& summary);
+/// The load case with the largest value of a quantity, NaN before all; null without load cases.
+const LoadCaseSummary* worstLoadCase(const RunSummary& summary, Largest LoadCaseSummary::*quantity);
 
 }  // namespace verenwick::host

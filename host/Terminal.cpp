@@ -20,9 +20,11 @@ bool isTerminal(std::FILE* stream) {
 }
 
 std::string styled(std::FILE* stream, const fmt::text_style& style, std::string_view text) {
-  const char* term = std::getenv("TERM");
-  const bool wanted =
-      std::getenv("NO_COLOR") == nullptr && (term == nullptr || std::string_view(term) != "dumb");
+  const auto variable = [](const char* name) -> std::string_view {
+    const char* value = std::getenv(name);
+    return value == nullptr ? "" : value;
+  };
+  const bool wanted = variable("NO_COLOR").empty() && variable("TERM") != "dumb";
   return wanted && isTerminal(stream) ? fmt::format(style, "{}", text) : std::string(text);
 }
 
