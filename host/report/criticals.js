@@ -51,18 +51,18 @@ function rankedCriticals() {
 
 function criticalTable(ranked) {
   const geared = ranked.some(each => data.components[each.component].ratio !== 1);
-  const several = new Set(ranked.map(each => each.component)).size > 1;
+  const engines = ranked.some(each => each.sum !== null);
   const kind = data.forced?.largest.quantity;
   const most = Math.max(0, ...ranked.map(each => each.forced?.value ?? 0));
   const [unit, unitName] = kind ? unitFor(kind, most) : [1, ""];
   const columns = [
-    several ? [["source"], each => componentName(data.components[each.component])] : null,
+    sources.length > 1 ? [["source"], each => componentName(data.components[each.component])] : null,
     [["order"], each => plain(each.order)],
     [["mode"], each => String(each.mode)],
     [["natural frequency", "1/min"], each => digits(data.free.frequencies[each.mode - 1] * RPM, 5)],
     [["critical speed", geared ? "rpm of the source" : "rpm"], each => digits(each.rpm, 4)],
     geared ? [["reference speed", "rpm"], each => digits(each.reference, 4)] : null,
-    [["relative vector sum"], each => (each.sum === null ? "–" : each.sum.toFixed(3))],
+    engines ? [["relative vector sum"], each => (each.sum === null ? "–" : each.sum.toFixed(3))] : null,
     [["in range"], each => (each.inside ? "yes" : "no")],
     kind ? [[`${kind} of the order`, unitName],
       each => (each.forced ? columnText(each.forced.value, unit, most) : "–")] : null,
@@ -78,14 +78,16 @@ function criticalTables() {
     return [];
   }
   const exciting = ranked.filter(each => each.share >= 0.0005).slice(0, 15);
+  const engines = ranked.some(each => each.sum !== null);
+  const rest = engines ? "by the vector sum over the order." : "by the order.";
   return [el("h3", {}, "Critical speeds"),
     el("p", {}, data.forced
       ? "First those with a load case within 10 %, by the largest amplitude that the order reaches "
-        + "there times the vector sum; then the others by the vector sum over the order. Only "
-        + "engines have a vector sum; other sources count with 1. In range: at most 10 % "
-        + "outside of the speeds of the load cases."
-      : "Those in the range of the load cases first, by the vector sum over the order. Only "
-        + "engines have a vector sum; other sources count with 1."),
+        + `there${engines ? " times the vector sum" : ""}; then the others ${rest} In range: at most `
+        + "10 % outside of the speeds of the load cases."
+      : `Those in the range of the load cases first, ${rest}`,
+    engines && sources.length > 1
+      ? " Only engines have a vector sum; other sources count with 1." : ""),
     criticalTable(exciting),
     ranked.length > exciting.length ? details(`All ${ranked.length} critical speeds`,
       criticalTable(ranked), false) : null];

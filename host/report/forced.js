@@ -132,7 +132,7 @@ function curvesOf(quantity, point) {
       hidden: most > 0 && peak(nominal[point]) > 4 * most });
   }
   for (const curve of orders[point].filter(each => peak(each.values) > 1e-6 * most)) {
-    curves.push({ label: orderName(curve), values: curve.values, ...orderColour(curve) });
+    curves.push({ label: orderName(curve), values: curve.values, ...orderStroke(curve) });
   }
   return curves;
 }

@@ -126,8 +126,9 @@ const ROWS_KEPT = 25; // a table of that many isn't broken across pages
 /** A table: columns are [heading, unit]; rows hold texts or elements. Numbers stand to the right. */
 function table(columns, rows, className = "") {
   const numeric = columns.map((_, i) => rows.every(row => /^[-–+\d.eE]*$/.test(row[i])));
-  const cell = (tag, i, ...content) => el(tag, numeric[i] ? { class: "number" }
-    : content[0].length > 20 ? { class: "wordy" } : {}, ...content);
+  const wordiness = text => (text.length > 30 ? "wordy long" : text.length > 20 ? "wordy" : "");
+  const cell = (tag, i, ...content) =>
+    el(tag, { class: numeric[i] ? "number" : wordiness(content[0]) }, ...content);
   const kept = rows.length <= ROWS_KEPT ? "kept" : "";
   return el("div", { class: `scroll ${kept} ${className}` }, el("table", {},
     el("thead", {}, el("tr", {}, columns.map(([heading, unit], i) =>

@@ -76,8 +76,8 @@ function campbell(parent) {
     }), series.map((_, i) => (i === 0 ? x : none)), holder);
   }, true);
   return [reading, el("p", { class: "quiet" }, "Marks show where orders meet natural "
-    + "frequencies: those of engines grow with the relative vector sum, with none below 0.02; those "
-    + "of other sources are small.")];
+    + "frequencies.", data.free.criticals.length > 0 ? " Those of engines grow with the relative "
+    + "vector sum, with none below 0.02; those of other sources are small." : "")];
 }
 
 /** Shades the range of speeds of the load cases, which may be a single one. */

@@ -104,14 +104,18 @@ function plotOptions(width, height, more) {
   return {
     width, height, padding: [10, 14, 0, 0], ...more,
     cursor: { drag: { x: true, y: true, uni: 24 }, points: { size: 7 }, ...more.cursor },
-    legend: { markers: { dash: markerStyle }, ...more.legend },
+    legend: { markers: { width: 0, fill: mark }, ...more.legend },
   };
 }
 
-/** The mark of a curve in a legend is dashed as the curve is. */
-function markerStyle(plot, at) {
-  const { dash } = plot.series[at];
-  return !dash ? "solid" : dash[0] > 3 ? "dashed" : "dotted";
+/** The mark of a curve in a legend: a piece of it, with its dashes. */
+function mark(plot, at) {
+  const { stroke, dash } = plot.series[at];
+  const colour = stroke(plot, at);
+  let end = 0;
+  const pieces = (dash ?? []).map((length, i) =>
+    `${i % 2 === 0 ? colour : "transparent"} ${end}px ${end += length}px`);
+  return pieces.length > 0 ? `repeating-linear-gradient(90deg, ${pieces.join()})` : colour;
 }
 
 /** A range of a scale from zero to a little above the largest value. */
@@ -138,17 +142,26 @@ function casesInOrder() {
     : cases.sort((a, b) => data.speeds[a] - data.speeds[b] || a - b);
 }
 
-/** The orders by their largest amplitude in any shaft. The place of an order gives its colour and
- * dashes, wherever it is drawn. */
-const orderPlaces = new Map([...data.forced?.largest.orders ?? []]
-  .map(curve => ({ name: orderName(curve), peak: largest(curve.values) ?? Infinity }))
-  .sort((a, b) => b.peak - a.peak).map(({ name }, place) => [name, place]));
+/** How orders are drawn, wherever they are: those of a source by their strength in the colours of
+ * the palette, then again with other dashes. Kinds of sources begin with different colours, sources
+ * differ in their dashes. */
+const DASHES = [[], [7, 3], [2, 3], [12, 3], [8, 3, 2, 3], [4, 2]];
+const orderStrokes = new Map();
+const forcedSources = [...new Set((data.forced?.largest.orders ?? []).map(each => each.component))];
+const forcedKinds = [...new Set(forcedSources.map(component => data.components[component].kind))];
+forcedSources.forEach((component, source) => {
+  const first = 3 * forcedKinds.indexOf(data.components[component].kind);
+  const peak = ({ values }) => largest(values) ?? Infinity;
+  const orders = data.forced.largest.orders.filter(each => each.component === component);
+  orders.sort((a, b) => peak(b) - peak(a)).forEach(({ order }, place) => {
+    const turn = Math.floor(place / PALETTE.length);
+    orderStrokes.set(`${component} ${plain(order)}`, {
+      stroke: PALETTE[(first + place) % PALETTE.length],
+      dash: DASHES[(source % 3 + 3 * turn) % DASHES.length] });
+  });
+});
 
-function orderColour(curve) {
-  const place = orderPlaces.get(orderName(curve));
-  return { stroke: PALETTE[place % PALETTE.length],
-    dash: [undefined, [7, 3], [2, 3]][Math.floor(place / PALETTE.length) % 3] };
-}
+const orderStroke = curve => orderStrokes.get(`${curve.component} ${plain(curve.order)}`);
 
 /** A plot of curves against the load cases. `kind` chooses the unit; curves are {label, values,
  * stroke, dash, width, hidden}, the first one leads: without the cursor the legend shows where it peaks. */
