@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <cmath>
 #include <complex>
-#include <limits>
-#include <numeric>
 #include <span>
 #include <vector>
 
@@ -41,9 +39,8 @@ TEST(DiscreteFourierTransform, PureHarmonicsGiveHalfTheirAmplitude) {
         signal[i] = 10.0 + std::cos(a) + 3.0 * std::sin(a);
       }
       const Coefficients c = transform(25, signal);
-      EXPECT_NEAR(std::abs(c[0] - 10.0), 0, 1e-13) << n;
-      for (std::size_t k = 1; k < 25; ++k) {
-        const std::complex<double> expected = k == j ? std::complex(0.5, -1.5) : 0.0;
+      for (std::size_t k = 0; k < 25; ++k) {
+        const std::complex<double> expected = k == j ? std::complex(0.5, -1.5) : k == 0 ? 10 : 0;
         EXPECT_NEAR(std::abs(c[k] - expected), 0, 1e-13) << n << " " << k;
       }
     }
@@ -76,26 +73,19 @@ TEST(FourierCoefficientTransform, DelaysTheCurve) {
 }
 
 TEST(InverseDiscreteFourierTransform, GathersEachCoefficientInItsOwnElement) {
-  const double nan = std::numeric_limits<double>::quiet_NaN();
-  std::vector<double> signal(360, 9.0);
-  const Coefficients c{{1.5, 0.0}, {0.0, 0.0}, {nan, 0.0}};
-  INVERSEDISCRETEFOURIERTRANSFORM(c, signal);
-  EXPECT_DOUBLE_EQ(signal[0], 360 * 2 * 1.5);
-  EXPECT_EQ(signal[1], 0.0);
-  EXPECT_TRUE(std::isnan(signal[2]));
-  EXPECT_EQ(std::accumulate(signal.begin() + 3, signal.end(), 0.0), 0.0);
-  INVERSEDISCRETEFOURIERTRANSFORM(c, std::span(signal).first(2));
-  EXPECT_EQ(signal[0], 6.0);
-
+  std::vector<double> signal(3, 9.0);
+  INVERSEDISCRETEFOURIERTRANSFORM(Coefficients{{1.5, 0.0}, {1.0, -1.0}}, signal);
+  EXPECT_EQ(signal[0], 3 * 2 * 1.5);
   // Angles are of single precision: harmonic 1 over three points, at 0, 2/3 and 4/3 of pi.
-  INVERSEDISCRETEFOURIERTRANSFORM(Coefficients{{0.0, 0.0}, {1.0, -1.0}},
-                                  std::span(signal).first(3));
   double sum = 0;
   for (const float share : {0.0F, 2.0F / 3.0F, 4.0F / 3.0F}) {
     const double t = static_cast<double>(share) * 3.1415927410125732;
     sum += 2.0 * std::cos(t) + 2.0 * std::sin(t);
   }
   EXPECT_DOUBLE_EQ(signal[1], sum);
+  EXPECT_EQ(signal[2], 0.0);
+  INVERSEDISCRETEFOURIERTRANSFORM(Coefficients(2, 0.5), std::span(signal).first(1));
+  EXPECT_EQ(signal[0], 1.0) << "more coefficients than points";
 }
 
 }  // namespace

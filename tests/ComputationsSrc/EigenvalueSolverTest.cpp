@@ -8,6 +8,8 @@
 #include <vector>
 
 #include "ComputationsSrc/EigenvalueSolver.h"
+#include "ComputationsSrc/FreeUndampedVibrations.h"
+#include "Support/ReadModel.h"
 
 namespace verenwick::EigenvalueSolver {
 namespace {
@@ -61,36 +63,32 @@ TEST(EigenvalueSolver, OnlyAskedForDoesItGiveVectors) {
   EXPECT_NEAR(chain.vectors[5], -chain.vectors[3], 1e-14);
 }
 
-std::string printed(std::int32_t level, const EP& problem) {
-  std::FILE* const file = std::tmpfile();
-  FLUSHRESULTS(file, level, problem);
-  std::string text(static_cast<std::size_t>(std::ftell(file)), '\0');
-  std::rewind(file);
-  EXPECT_EQ(std::fread(text.data(), 1, text.size(), file), text.size());
-  std::fclose(file);
-  return text;
-}
-
-TEST(EigenvalueSolver, PrintsWhatItsArraysHoldNow) {
-  Chain chain({1.0, 1.0, 1.0});
-  chain.eigenvalues = {0.0, 10.0, 17.5};
-  chain.vectors = {0.5, 1.5, 2.5, -0.25, 0.75, 3.0, 4.0, 5.0, -6.0};
-  const std::string begin = " --- Begin Eigenvalue solver results ---\n Order of the system = 3\n";
-  const std::string frequencies =
+TEST(FreeUndampedVibrations, DiagnosticsListTheProblemAndItsModes) {
+  const test::ReadModel place;
+  const std::array<std::int32_t, 2> diagonal = {1, 2};
+  std::array<double, 2> D{};
+  std::array<double, 4> V{};
+  const auto solve = [&](std::int32_t printLevel) {
+    FREEUNDAMPEDVIBRATIONS(2, D, V, diagonal, diagonal, std::array{144.0, 25.0},
+                           std::array{4.0, 1.0}, printLevel);
+  };
+  const std::string begin =
+      " --- Begin Eigenvalue solver results ---\n Order of the system = 2\n"
       " Angular velocity, in ascending order, and the corresponding RPMs \n"
-      " 0 0\n 10 95.49296585513721\n 17.5 167.11269024649013\n";
-  const std::string vectors =
-      " Eigenvectors one by one\n Eigenvector # 1\n 0.5\n 1.5\n 2.5\n"
-      " Eigenvector # 2\n -0.25\n 0.75\n 3\n Eigenvector # 3\n 4\n 5\n -6\n";
+      " 5 47.74648292756861\n 6 57.29577951308232\n";
   const std::string end = " --- End Eigenvalue solver results ---\n";
-  EXPECT_EQ(printed(0, *chain.problem), "");
-  EXPECT_EQ(printed(1, *chain.problem), begin + frequencies + end);
-  EXPECT_EQ(printed(2, *chain.problem), begin + frequencies + vectors + end);
-  chain.problem->problemKind = 2;
-  EXPECT_EQ(printed(2, *chain.problem), begin + end);
-  chain.problem->problemKind = 1;
-  INITIALIZEREALEIGENVECTORS(*chain.problem, {});
-  EXPECT_EQ(printed(2, *chain.problem), begin + frequencies + end);
+  testing::internal::CaptureStdout();
+  solve(0);
+  solve(1);
+  EXPECT_EQ(testing::internal::GetCapturedStdout(), begin + end);
+  solve(2);
+  EXPECT_EQ(test::readText(place.directory().file("ZBTQ.txt")),
+            " === Test Free undamped vibrations Codes ===\n Mass moment of inertia\n 4\n 1\n"
+            " Stifness matrix\n 144\n 25\n" +
+                begin +
+                " Eigenvectors one by one\n Eigenvector # 1\n 0\n 1\n"
+                " Eigenvector # 2\n 0.5\n 0\n" +
+                end);
 }
 
 }  // namespace

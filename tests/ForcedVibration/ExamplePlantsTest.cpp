@@ -45,8 +45,9 @@ TEST(ExamplePlants, KeepTheirWord) {
            // The exciter shaft at 1485 and 1500 rpm.
            {"turbine-generator", "GeneratorTorque.bin", torque(3, 4, 6, 2, 6), 5990, 10},
            {"turbine-generator", "GeneratorTorque.bin", torque(5, 4, 6, 2, 6), 1810, 10},
-           // Order 5 meets mode 2, order 4 doesn't count.
+           // Order 5 meets mode 2, order 4 doesn't count; order 5 of mode 3 follows 20 orders.
            {"two-stroke-ship", "VectorSumRpm.bin", 5, 66.016, 0.001},
+           {"two-stroke-ship", "VectorSumRpm.bin", 20 + 5, 502.1 / 5, 0.01},
            {"two-stroke-ship", "VectorSum.bin", 5, 1, 0},
            {"two-stroke-ship", "VectorSum.bin", 4, 0, 0.05},
            {"ice-ship", "NominalTorque.bin", 12 * 13 + 1, kInIce, 1},

@@ -6,7 +6,7 @@
 
 #include "ComputationsSrc/ForcedDampedVibrationsFc.h"
 #include "ForcedVibration/ShaftResults.h"
-#include "FreeVibration/SixCylinderLine.h"
+#include "FreeVibration/Lines.h"
 #include "Matrices/MassStffnessAndDampingMatrix.h"
 #include "Support/ReadModel.h"
 

@@ -1,4 +1,3 @@
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -6,20 +5,14 @@
 #include <complex>
 #include <span>
 
-#include "FreeVibration/SixCylinderLine.h"
-#include "FreeVibration/VectorSums.h"
+#include "FreeVibration/Lines.h"
 #include "RunControl/Constants.h"
-#include "Support/ReadModel.h"
 #include "Support/SolverRun.h"
 
 namespace verenwick::test {
 namespace {
 
 using Complex = std::complex<double>;
-using testing::Each;
-using testing::HasSubstr;
-using testing::IsNan;
-using testing::Not;
 
 /// An engine on the six cylinders of the line.
 /// @param head  id, name, power, speed, strokes and what follows these
@@ -85,34 +78,6 @@ TEST(VectorSums, AddTheCylindersOfEveryEngineTurnedByOrderTimesFiringAngle) {
   // In the first mode of the crank all throws swing alike: bank B takes the firing order 3 away.
   EXPECT_LT(sums[5], 1e-9);
   EXPECT_EQ(sums[11], 1.0);
-}
-
-TEST(VectorSums, AStrokeCountOfThreeHasTwentyHalfOrders) {
-  ReadModel read;
-  MASS_TABLE mass;
-  ALLOCATE_MASS_TABLE(mass, 2);
-  SET_MASS_ID(mass, 2, 7);
-  DIESEL_TABLE diesel;
-  ALLOCATE_DIESEL_TABLE(diesel, 1);
-  diesel.at(1).NSTROKE = 3;
-  diesel.at(1).NCYLINDER = 2;
-  diesel.at(1).CYLINDERS = {7, 99};  // there is no inertia 99
-  diesel.at(1).FIRINGANGLEA = {0.0, 1.0};
-  const auto records = [&](const char* file) { return readRecords(read.directory().file(file)); };
-  VECTORSUMS(mass, diesel, 3, std::vector{0.0, 10.0, 20.0}, std::vector{1.0, -0.5, 2.0, 0.25});
-  ASSERT_EQ(records("VectorSumRpm.bin").size(), 2U * 20U);
-  EXPECT_DOUBLE_EQ(records("VectorSumRpm.bin")[0], 10.0 * 30 / kPi / 0.5);
-  EXPECT_THAT(records("VectorSum.bin"), Each(1.0));
-  // All orders tie: the first one is the reference of the angles.
-  EXPECT_THAT(records("VectorSumAngle.bin"), Each(0.0));
-  VECTORSUMS(mass, diesel, 2, std::vector{0.0, 10.0}, std::vector{1.0, 0.0});
-  EXPECT_THAT(records("VectorSumAngle.bin"), Each(IsNan())) << "an engine that stands still";
-}
-
-TEST(VectorSums, WithoutEnginesThereAreNoFiles) {
-  const SolverRun run(kSixCylinderLine);
-  ASSERT_EQ(run.status(), 1) << run.log();
-  EXPECT_THAT(filesIn(run.results()), Each(Not(HasSubstr("VectorSum"))));
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <sstream>
 #include <string>
 
 namespace verenwick::test {
@@ -26,5 +27,16 @@ SHAFT 6 6 7 1 1253000 0 28.571428571428573 0 0 0 0
 SHAFT 7 7 8 1 1253000 0 28.571428571428573 0 0 0 0
 SHAFT 8 8 9 1 1976000 0 28.571428571428573 0 0 0 0
 )";
+
+/// Inertias of 2 kg m2 one behind the other on shafts of 3 MN m/rad; ids count from 1.
+inline std::string uniformChain(int inertias) {
+  std::ostringstream text;
+  text << "INERTIA 1 1 2 0 0\n";
+  for (int i = 2; i <= inertias; ++i) {
+    text << "INERTIA " << i << " 1 2 0 0\nSHAFT " << i << ' ' << i - 1 << ' ' << i
+         << " 1 3e6 0 0 0 0 0 0\n";
+  }
+  return text.str();
+}
 
 }  // namespace verenwick::test
