@@ -1,8 +1,9 @@
 #include <gtest/gtest.h>
 
-#include <cmath>
+#include <algorithm>
 #include <complex>
 #include <numbers>
+#include <ranges>
 
 #include "ForcedVibration/EveryKind.h"
 #include "ForcedVibration/LoadCaseReport.h"
@@ -29,43 +30,22 @@ struct Point {
   std::vector<Complex> torque;
 };
 
-/// What the source of a family does to the line, stated from its tables; none for the machines
-/// whose torques have closed formulas.
+/// What an engine or a propeller in ice does to the line, stated from its tables; none for the
+/// sources whose torques have closed formulas.
 std::vector<Point> excitation(const ModelBundle& model, Family family, std::int32_t row) {
   std::vector<Point> points;
-  switch (family) {
-    case Family::diesel:
-      for (std::int32_t c = 1; c <= GET_DIESEL_NCYLINDER(model.diesel, row); ++c) {
-        points.push_back({GET_DIESEL_CYLINDERS(model.diesel, row, c),
-                          GET_DIESEL_FIRINGANGLEA(model.diesel, row, c) +
-                              GET_DIESEL_EXCITATIONPHASE(model.diesel, row),
-                          CALCULATE_DIESEL_CYLFOURIERCOEFFICIENTS(model.diesel, row, c)});
-      }
-      break;
-    case Family::propeller: {
-      const PROPELLER_RECORD& propeller = model.propeller.at(row);
-      std::vector<Complex> torque(hasIceExcitation(model.propeller) ? 16 : 2);
-      if (propeller.HASICEEXCITATION) {
-        torque = propeller.ICEFOURIERCOEFFICIENT;
-      } else if (!hasIceExcitation(model.propeller)) {
-        torque = {{0, -propeller.TORQUE * propeller.TORQUEPERCENT1 / 2},
-                  {0, -propeller.TORQUE * propeller.TORQUEPERCENT2 / 2}};
-      }
-      const bool considersPhase = GET_PROPELLER_ISMODELCONSIDERPHASEANGLE(model.propeller);
-      return {{propeller.PROPELLERNODE, considersPhase ? propeller.EXCITATIONPHASE : 0.0, torque}};
-    }
-    case Family::reciprocatingPump:
-      for (std::int32_t c = 1; c <= GET_RECIPROCATINGPUMP_NCYLINDER(model.reciprocatingPump, row);
-           ++c) {
-        points.push_back(
-            {GET_RECIPROCATINGPUMP_CYLINDERS(model.reciprocatingPump, row, c),
-             GET_RECIPROCATINGPUMP_DISCHARGEANGLEA(model.reciprocatingPump, row, c) +
-                 GET_RECIPROCATINGPUMP_EXCITATIONPHASE(model.reciprocatingPump, row),
-             CALCULATE_RECIPROCATINGPUMP_CYLFOURIERCOEFFICIENTS(model.reciprocatingPump, row, c)});
-      }
-      break;
-    default:
-      break;
+  if (family == Family::propeller && hasIceExcitation(model.propeller)) {
+    const PROPELLER_RECORD& propeller = model.propeller.at(row);
+    const bool considersPhase = GET_PROPELLER_ISMODELCONSIDERPHASEANGLE(model.propeller);
+    points = {
+        {propeller.PROPELLERNODE, considersPhase ? propeller.EXCITATIONPHASE : 0.0,
+         propeller.HASICEEXCITATION ? propeller.ICEFOURIERCOEFFICIENT : std::vector<Complex>(16)}};
+  }
+  for (std::int32_t c = 1; family == Family::diesel && c <= model.diesel.at(row).NCYLINDER; ++c) {
+    points.push_back({GET_DIESEL_CYLINDERS(model.diesel, row, c),
+                      GET_DIESEL_FIRINGANGLEA(model.diesel, row, c) +
+                          GET_DIESEL_EXCITATIONPHASE(model.diesel, row),
+                      CALCULATE_DIESEL_CYLFOURIERCOEFFICIENTS(model.diesel, row, c)});
   }
   return points;
 }
@@ -131,15 +111,6 @@ struct OrderResponse {
   }
 };
 
-/// The smallest order above zero.
-double firstOrder(std::span<const double> orders) {
-  double first = INFINITY;
-  for (const double order : orders) {
-    first = order > 0 ? std::min(first, order) : first;
-  }
-  return first;
-}
-
 /// Checks every order of every source in every load case, and what is stated as the loss of every
 /// shaft where no two sources of a family excite it; returns how many orders moved the line.
 int expectBalance(ReadModel& plant) {
@@ -168,7 +139,11 @@ int expectBalance(ReadModel& plant) {
         SINGLELOADCASESHAFTTORQUE(model, source.EXFO, source.of(Quantity::deflection),
                                   source.of(Quantity::torque));
         const auto points = excitation(model, static_cast<Family>(f), s);
-        const double frequency = source.OMEGA / firstOrder(source.EXFO);
+        const auto isMoving = [](double value) { return value > 0; };
+        isEachAlone = isEachAlone && (s == 1 || std::ranges::none_of(
+                                                    source.of(Quantity::deflection).AMP, isMoving));
+        auto moving = source.EXFO | std::views::filter(isMoving);
+        const double frequency = source.OMEGA / std::ranges::min(moving);
         for (std::size_t k = 0; k < source.EXFO.size(); ++k) {
           const double order = source.EXFO[k];
           if (order == 0) {
@@ -185,7 +160,6 @@ int expectBalance(ReadModel& plant) {
             scale += std::abs(power);
           }
           orders += in > 0 ? 1 : 0;
-          isEachAlone = isEachAlone && (s == 1 || in == 0);
           double out = 0;
           for (std::int32_t i = 1; i <= model.mass.number(); ++i) {
             out += response.lossAtInertia(i);
@@ -213,14 +187,14 @@ int expectBalance(ReadModel& plant) {
 TEST(EnergyBalance, PlantWithEveryKindOfComponent) {
   ReadModel plant;
   plant.read(everyKindPlant(plant.directory()));
-  EXPECT_EQ(expectBalance(plant), 2 * (24 + 16 + 20));
+  EXPECT_EQ(expectBalance(plant), 2 * (24 + 16));
 }
 
 TEST(EnergyBalance, ExamplePlants) {
-  // A two-stroke engine with a propeller in open water, a V engine, ice, a pump, a rubber damper,
-  // and twin engines on a gear with spring couplings.
+  // A two-stroke engine, a V engine, ice, a rubber damper, and twin engines on a gear with spring
+  // couplings.
   for (const char* name :
-       {"two-stroke-ship", "v-genset", "ice-ship", "pump-set", "fire-pump", "twin-engine-gear"}) {
+       {"two-stroke-ship", "v-genset", "ice-ship", "fire-pump", "twin-engine-gear"}) {
     SCOPED_TRACE(name);
     ReadModel plant;
     plant.readExample(name);

@@ -1,7 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "Support/SolverRun.h"
+#include "ForcedVibration/EveryKind.h"
 
 namespace verenwick::test {
 namespace {
@@ -40,7 +40,7 @@ ELECTRICMOTOR 2
 
 std::string propeller(int id, int node) {
   return "PROPELLER " + std::to_string(id) + "\n" + std::to_string(node) +
-         " 200.0 250.0 3 390.0 10.0 0\n300.0 2000.0 0.8 0.6 1 100.0 0.0\n"
+         " 200.0 250.0 4 390.0 10.0 0\n300.0 2000.0 0.8 0.6 1 100.0 0.0\n"
          "ARCHER 30.0 0.0 0.0 5.0 1.0 20.0 1\n0\nPROPELLERICE " +
          std::to_string(id) + "\n0\n@DIR@/ice.txt\n";
 }
@@ -57,19 +57,10 @@ const std::string kTwoPropellers =
     "LOADCASE\nRPM 1 2 1 2\nELECTRICMOTOR ELECTRICMOTOR PROPELLER PROPELLER\n"
     "1000 100 100 150 50\n";
 
-/// A run with a mean term of the ice at the speed ratios 0.5 and 1, and harmonics of all orders.
+/// A run with mean terms of the ice at the speed ratios 0.5 and 1, and harmonics of all orders.
 struct IceRun : SolverRun {
-  explicit IceRun(const std::string& input, double meanAtHalf = 100, double meanAtFull = 200) {
-    std::string ice = "\n\n\n\n0.5 1.0\n\n\n\n0 " + std::to_string(meanAtHalf) + " " +
-                      std::to_string(meanAtFull) + "\n";
-    for (const double scale : {300.0, -200.0}) {
-      ice += "\n\n\n\n";
-      for (int o = 1; o <= 12; ++o) {
-        ice += std::to_string(o) + " " + std::to_string(scale / o) + " " +
-               std::to_string(2.0 * scale / o + o) + "\n";
-      }
-    }
-    directory().write("ice.txt", ice);
+  explicit IceRun(const std::string& input, const std::string& means = "1000 2000") {
+    directory().write("ice.txt", replaced(readText(kEveryKind / "ice.txt"), "1000 2000", means));
     start(input, 2);
     EXPECT_EQ(status(), 1) << log();
   }
@@ -125,8 +116,8 @@ TEST(PropellerIceResults, MeanTermGoesToTheShaftsByInertiaAndSpeed) {
   constexpr double kBehind[] = {kTotal - 400 / 16.0, kTotal - 440 / 16.0, 12, 10, 13, 11};
   constexpr double kShaftRatio[] = {0.25, 0.25, 1, 1, 1, 1};
   for (const auto& [id, ratio] : {std::pair{1, 0.25}, {5, 1.0}}) {
-    const auto without = IceRun(onePropeller(id), 0, 0).records("NominalTorque.bin");
-    const auto with = IceRun(onePropeller(id), 700, 900).records("NominalTorque.bin");
+    const auto without = IceRun(onePropeller(id), "0 0").records("NominalTorque.bin");
+    const auto with = IceRun(onePropeller(id), "700 900").records("NominalTorque.bin");
     ASSERT_EQ(with.size(), 12U);
     for (std::size_t s = 0; s < 6; ++s) {
       const double share = kBehind[s] / kTotal * ratio / kShaftRatio[s];
@@ -134,8 +125,8 @@ TEST(PropellerIceResults, MeanTermGoesToTheShaftsByInertiaAndSpeed) {
       EXPECT_NEAR(with[6 + s] - without[6 + s], 900 * share, 1e-6 * share);
     }
   }
-  EXPECT_EQ(IceRun(kTwoPropellers, 700, 900).records("NominalTorque.bin"),
-            IceRun(kTwoPropellers, 0, 0).records("NominalTorque.bin"));
+  EXPECT_EQ(IceRun(kTwoPropellers, "700 900").records("NominalTorque.bin"),
+            IceRun(kTwoPropellers, "0 0").records("NominalTorque.bin"));
 }
 
 }  // namespace

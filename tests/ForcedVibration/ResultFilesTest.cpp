@@ -1,51 +1,45 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <map>
+#include <cmath>
+#include <iterator>
 #include <span>
 
+#include "ForcedVibration/EveryKind.h"
 #include "ForcedVibration/ResultFiles.h"
 #include "Support/ReadModel.h"
 
 namespace verenwick::test {
 namespace {
 
-TEST(ForcedResultFiles, EveryElementOfAFamilyHasFourRecordsInTheOrderOfTheLoadCases) {
-  const std::array<std::string, 6> words = {
-      "Diesel", "Propeller", "Generator", "CentrifugalPump", "ReciprocatingPump", "ElectricMotor"};
-  const std::array<std::string, 6> endings = {"Deflection.bin", "Velocity.bin",
-                                              "Accele.bin",     "Torque.bin",
-                                              "Stress.bin",     "DampingTorque.bin"};
-  const std::array<std::int32_t, 6> sources = {2, 1, 3, 1, 2, 0};
-  const std::array<std::int32_t, 6> orders = {24, 2, 4, 4, 20, 4};
-  std::map<std::string, std::vector<double>> expected;
-  const ReadModel place;
-  ForcedResultFiles files({.hasCouplingOrDamper = true});
-  double value = 0;
-  for (int L = 1; L <= 3; ++L) {
-    for (std::size_t f = 0; f < 6; ++f) {
-      FamilyResults results{{3, 2}, sources[f], orders[f], {}, {}, {}};
-      results.clear();
-      for (std::size_t q = 0; q < 6; ++q) {
-        ComplexArrays& values = results.quantities[q];
-        EXPECT_EQ(values.AMP.size(), asSize(sources[f] * orders[f] * (q < 3 ? 3 : 2)));
-        for (std::size_t e = 0; e < values.AMP.size(); ++e) {
-          for (auto* component : {&values.AMP, &values.ANGLE, &values.RE, &values.IM}) {
-            (*component)[e] = ++value;
-            expected[words[f] + endings[q]].push_back(value);
-          }
-        }
-      }
-      files.writeFamily(L, static_cast<Family>(f), results);
+TEST(ForcedResultFiles, LoadCasesFollowEachOtherAndTheirSourcesToo) {
+  SolverRun both, first, second;
+  for (const auto& [run, left] :
+       {std::pair{&both, ""}, {&first, "480 512 "}, {&second, "600 1000 "}}) {
+    std::string input = "OUTPUTANGLEBASEDRESULTS\n" + everyKindPlant(run->directory());
+    if (*left != 0) {
+      input.erase(input.find(left), input.find('\n', input.find(left)) + 1 - input.find(left));
+    }
+    run->start(input, 2);
+    ASSERT_EQ(run->status(), 1) << run->log();
+  }
+  // The first load case leaves the speed ratios to the second one with an error of rounding.
+  const auto isNear = [](double a, double b) {
+    return std::fabs(a - b) <= 1e-9 * std::fabs(b) || (std::isnan(a) && std::isnan(b));
+  };
+  for (const std::string& file : filesIn(both.results())) {
+    if (file.ends_with(".bin") && file != "PropellerShaftMarks.bin" && file != "SystemInfo.bin") {
+      std::vector<double> records = first.records(file);
+      std::ranges::copy(second.records(file), std::back_inserter(records));
+      EXPECT_TRUE(std::ranges::equal(both.records(file), records, isNear)) << file;
     }
   }
-  files.close();
-  for (const std::string& word : words) {
-    for (const std::string& ending : endings) {
-      EXPECT_TRUE(readRecords(place.directory().file(word + ending)) == expected[word + ending])
-          << word << ending;
-    }
-  }
+  // The second propeller, in open water, has no orders in ice.
+  const auto torque = both.records("PropellerTorque.bin");
+  constexpr std::size_t kSource = 16 * 21 * 4;
+  ASSERT_EQ(torque.size(), 2 * 2 * kSource);
+  EXPECT_NE(torque[kSource - 4], 0.0);
+  EXPECT_EQ(torque[kSource], 0.0);
 }
 
 /// The waveforms of diesel and propeller make up the synthesis, point by point; a family without
@@ -81,8 +75,6 @@ TEST(ForcedResultFiles, OnlyTheFilesThatTheModelCallsForAreMade) {
   for (const auto& [conditions, files] : {std::pair{ResultConditions{false, false, false}, 38U},
                                           {{true, false, false}, 46},
                                           {{false, true, false}, 44},
-                                          {{true, true, false}, 53},
-                                          {{false, false, true}, 48},
                                           {{true, true, true}, 63}}) {
     const ReadModel place;
     ForcedResultFiles(conditions).close();

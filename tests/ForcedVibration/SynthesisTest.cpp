@@ -1,15 +1,12 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <complex>
 
 #include "ForcedVibration/Synthesis.h"
 #include "RunControl/Constants.h"
 
 namespace verenwick {
 namespace {
-
-using Complex = std::complex<double>;
 
 /// Results of two inertias and one shaft; families without sources until one is added.
 struct Plant {
@@ -29,13 +26,6 @@ struct Plant {
     family.clear();
     family.OMEGA = std::move(OMEGA);
     return family;
-  }
-  static void set(FamilyResults& family, Quantity quantity, std::int32_t s, std::int32_t k,
-                  std::int32_t point, Complex value) {
-    const SourceResults source = family.source(s);
-    const auto at = asSize((k - 1) * family.points.of(quantity) + point - 1);
-    source.of(quantity).RE[at] = value.real();
-    source.of(quantity).IM[at] = value.imag();
   }
   std::vector<double> synthesis(Quantity quantity, bool considerPhase = false) {
     std::vector<double> result(quantity <= Quantity::acceleration ? 2 : 1, -1.0);
@@ -83,10 +73,11 @@ TEST(Synthesis, SourcesRunOnOneAngleAxisByTheirFirstOrder) {
   // the second.
   Plant plant;
   FamilyResults& diesel = plant.add(Family::diesel, {20.0, 30.0, 30.0}, 2);
-  Plant::set(diesel, Quantity::velocity, 1, 1, 2, {3.0, 4.0});
+  diesel.source(1).of(Quantity::velocity).RE[1] = 3;
+  diesel.source(1).of(Quantity::velocity).IM[1] = 4;
   EXPECT_NEAR(plant.synthesis(Quantity::velocity)[1], 10, 10 * (1 - std::cos(kPi / 360)));
-  Plant::set(diesel, Quantity::velocity, 2, 2, 2, {0.0, 0.5});
-  Plant::set(diesel, Quantity::velocity, 3, 2, 2, {0.25, 0.0});
+  diesel.source(2).of(Quantity::velocity).IM[3] = 0.5;
+  diesel.source(3).of(Quantity::velocity).RE[3] = 0.25;
   const auto result = plant.synthesis(Quantity::velocity);
   ASSERT_EQ(plant.waveforms[0].size(), 2U * 360U);
   EXPECT_EQ(result[0], 0.0);
@@ -102,12 +93,10 @@ TEST(Synthesis, SourcesRunOnOneAngleAxisByTheirFirstOrder) {
 TEST(Synthesis, FamiliesAddUpInTheWorstPhaseUnlessThePhaseOfThePropellerIsKnown) {
   Plant plant;
   FamilyResults& diesel = plant.add(Family::diesel, {20.0}, 1);
-  FamilyResults& propeller = plant.add(Family::propeller, {20.0}, 1);
-  FamilyResults& generator = plant.add(Family::generator, {20.0}, 1);
-  Plant::set(diesel, Quantity::torque, 1, 1, 1, {3.0, 0.0});
-  Plant::set(propeller, Quantity::torque, 1, 1, 1, {-3.0, 0.0});
-  Plant::set(generator, Quantity::torque, 1, 1, 1, {-0.5, 0.0});
-  Plant::set(diesel, Quantity::dampingTorque, 1, 1, 1, {-2.0, 0.0});
+  diesel.source(1).of(Quantity::torque).RE[0] = 3;
+  diesel.source(1).of(Quantity::dampingTorque).RE[0] = -2;
+  plant.add(Family::propeller, {20.0}, 1).source(1).of(Quantity::torque).RE[0] = -3;
+  plant.add(Family::generator, {20.0}, 1).source(1).of(Quantity::torque).RE[0] = -0.5;
   EXPECT_NEAR(plant.synthesis(Quantity::torque, false)[0], 6 + 6 + 1, 1e-13);
   // Engine and propeller cancel, the generator stays in its worst phase.
   EXPECT_NEAR(plant.synthesis(Quantity::torque, true)[0], 1, 1e-13);
