@@ -17,30 +17,23 @@ struct HarmonicFileText {
   std::string text() const {
     std::ostringstream out;
     out.precision(12);
-    const auto row = [&](const std::vector<double>& values) {
-      for (const double value : values) {
-        out << value << ' ';
-      }
-      out << '\n';
-    };
+    out << "Engine\nOrders:" << resultant.size() << '\n' << columnLabel << columns.size() << "\n\n";
     const auto block = [&](const char* keyword, auto element) {
       out << keyword << "\ncolumns\n";
-      row(columns);
-      out << "\nrows\n";
+      for (const double value : columns) out << value << ' ';
+      out << "\n\nrows\n";
       for (std::size_t h = 0; h < resultant.size(); ++h) {
-        std::vector<double> values{static_cast<double>(h + 1)};
+        out << h + 1;
         for (std::size_t c = 0; c < columns.size(); ++c) {
-          values.push_back(element(h, c));
+          out << ' ' << element(resultant[h][c], phase[h][c]);
         }
-        row(values);
+        out << " \n";
       }
     };
-    const auto radians = [&](std::size_t h, std::size_t c) { return phase[h][c] * M_PI / 180.0; };
-    out << "Engine\nOrders:" << resultant.size() << '\n' << columnLabel << columns.size() << "\n\n";
-    block("COSINE", [&](auto h, auto c) { return resultant[h][c] * std::sin(radians(h, c)); });
-    block("SINE", [&](auto h, auto c) { return resultant[h][c] * std::cos(radians(h, c)); });
-    block("RESULTANT", [&](auto h, auto c) { return resultant[h][c]; });
-    block("PHASE", [&](auto h, auto c) { return phase[h][c]; });
+    block("COSINE", [](double r, double f) { return r * std::sin(f * M_PI / 180); });
+    block("SINE", [](double r, double f) { return r * std::cos(f * M_PI / 180); });
+    block("RESULTANT", [](double r, double) { return r; });
+    block("PHASE", [](double, double f) { return f; });
     return out.str();
   }
 };
