@@ -38,7 +38,6 @@ for (order, sine), wanted in zip(rows["mass"], series, strict=True):
 
 # Dead centres have no tangential force; at the end of the inlet stroke only the masses act.
 force = {angle: (tangential, radial) for angle, tangential, radial in rows["force"]}
-assert len(force) == 24
 for angle in (0, 180, 360):
     expect(f"tangential force at {angle}", force[angle][0], 0, 0.01)
 inertia = (750 * math.pi / 30)**2 * 0.2 * (90 * (1 + lam) + 60) / 1e3

@@ -17,7 +17,8 @@
 namespace verenwick {
 namespace {
 
-std::vector<double> exportedCurve(const CylinderPressureInput& in, std::int32_t misfire) {
+std::vector<double> exportedCurve(std::int32_t misfire) {
+  const CylinderPressureInput in = sample::fourStroke();
   std::vector<double> curve(kPressurePoints, -7);
   double mip = 0;
   ::THEORETICALCYLINDERPRESSURE(
@@ -29,12 +30,9 @@ std::vector<double> exportedCurve(const CylinderPressureInput& in, std::int32_t 
 }
 
 TEST(TheoreticalCylinderPressure, TheLowestBitOfALogicalDecides) {
-  const auto curve = [](std::int32_t misfire) {
-    return exportedCurve(sample::fourStroke(), misfire);
-  };
-  EXPECT_NE(curve(1), curve(0));
-  EXPECT_EQ(curve(1), curve(-1));
-  EXPECT_EQ(curve(0), curve(2));
+  EXPECT_NE(exportedCurve(1), exportedCurve(0));
+  EXPECT_EQ(exportedCurve(1), exportedCurve(-1));
+  EXPECT_EQ(exportedCurve(0), exportedCurve(2));
 }
 
 TEST(HarmonicToCylinderPressure, DividesWhatTheInverseTransformGathers) {
