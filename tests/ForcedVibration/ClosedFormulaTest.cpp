@@ -3,10 +3,12 @@
 #include <algorithm>
 #include <cmath>
 #include <complex>
+#include <iomanip>
 #include <numbers>
 #include <sstream>
 
-#include "Support/SolverRun.h"
+#include "ForcedVibration/ShaftResults.h"
+#include "Support/ReadModel.h"
 
 /// Whole runs on small damped lines against their equations of motion.
 namespace verenwick::test {
@@ -16,98 +18,51 @@ using Complex = std::complex<double>;
 using std::numbers::pi;
 constexpr Complex i(0, 1);
 
-/// An inertia at a gear ratio, damped to ground by a damper or by a magnifier.
-struct LineInertia {
-  double J = 0;
-  double ratio = 1;
-  double damping = 0;
-  double magnifier = 0;
-  /// Viscous coefficient that acts at circular frequency w, N m s/rad.
-  double coefficient(double w) const { return magnifier == 0 ? damping : w * J / magnifier; }
-};
+/// Viscous coefficient that acts at circular frequency w, N m s/rad.
+double coefficient(const MASS_RECORD& x, double w) {
+  return x.DYNMAGNIFIER == 0 ? x.ABSDAMPING : w * x.INERTIA / x.DYNMAGNIFIER;
+}
+double coefficient(const SHAFT_RECORD& x, double w) {
+  return x.DYNMAGNIFIER == 0 ? x.ABSDAMPING : x.STIFFNESS / (x.DYNMAGNIFIER * w);
+}
 
-struct LineShaft {
-  std::size_t org = 0;  ///< from 0
-  std::size_t des = 0;
-  double k = 0;
-  double ratio = 1;
-  double damping = 0;
-  double magnifier = 0;
-  double coefficient(double w) const { return magnifier == 0 ? damping : k / (magnifier * w); }
-};
-
-/// A shaft line, as the solver reads it and by its physics.
-struct Line {
-  std::vector<LineInertia> inertias;
-  std::vector<LineShaft> shafts;
-
-  /// The inertias' ids run down from 30, those of the shafts up from 1; all shafts are 80 mm by 60.
-  std::string text() const {
-    std::ostringstream text;
-    text.precision(17);
-    for (std::size_t p = 0; p < inertias.size(); ++p) {
-      const LineInertia& x = inertias[p];
-      text << "INERTIA " << 30 - p << ' ' << x.ratio << ' ' << x.J << ' ' << x.damping << ' '
-           << x.magnifier << '\n';
-    }
-    for (std::size_t s = 0; s < shafts.size(); ++s) {
-      const LineShaft& x = shafts[s];
-      text << "SHAFT " << s + 1 << ' ' << 30 - x.org << ' ' << 30 - x.des << ' ' << x.ratio << ' '
-           << x.k << ' ' << x.damping << ' ' << x.magnifier << " 80 60 0 0\n";
-    }
-    return text.str();
+/// Complex deflection of every inertia at its own speed under harmonic torques, by the equations
+/// of motion in one common angle and elimination without any library.
+std::vector<Complex> deflectionOf(const ModelBundle& line, double w, std::vector<Complex> torque) {
+  const std::size_t n = torque.size();
+  std::vector<std::vector<Complex>> a(n, std::vector<Complex>(n));
+  for (std::size_t p = 0; p < n; ++p) {
+    const MASS_RECORD& x = line.mass.at(static_cast<std::int32_t>(p) + 1);
+    a[p][p] = x.RPMRATIO * x.RPMRATIO * (-w * w * x.INERTIA + i * w * coefficient(x, w));
+    torque[p] *= x.RPMRATIO;
   }
-
-  /// Complex deflection of every inertia at its own speed under harmonic torques, by the equations
-  /// of motion in one common angle and elimination without any library.
-  std::vector<Complex> deflection(double w, std::vector<Complex> torque) const {
-    const std::size_t n = inertias.size();
-    std::vector<std::vector<Complex>> a(n, std::vector<Complex>(n));
-    for (std::size_t p = 0; p < n; ++p) {
-      const LineInertia& inertia = inertias[p];
-      const double r2 = inertia.ratio * inertia.ratio;
-      a[p][p] += r2 * (-w * w * inertia.J + i * w * inertia.coefficient(w));
-      torque[p] *= inertia.ratio;
-    }
-    for (const LineShaft& shaft : shafts) {
-      const Complex k = shaft.ratio * shaft.ratio * (shaft.k + i * w * shaft.coefficient(w));
-      a[shaft.org][shaft.org] += k;
-      a[shaft.des][shaft.des] += k;
-      a[shaft.org][shaft.des] -= k;
-      a[shaft.des][shaft.org] -= k;
-    }
-    for (std::size_t c = 0; c < n; ++c) {
-      for (std::size_t r = 0; r < n; ++r) {
-        const Complex factor = r == c ? 0.0 : a[r][c] / a[c][c];
-        for (std::size_t m = 0; m < n; ++m) {
-          a[r][m] -= factor * a[c][m];
-        }
-        torque[r] -= factor * torque[c];
+  for (std::int32_t s = 1; s <= line.shaft.number(); ++s) {
+    const SHAFT_RECORD& x = line.shaft.at(s);
+    const auto [org, des] = shaftEnds(line, s);
+    const Complex k = x.RPMRATIO * x.RPMRATIO * (x.STIFFNESS + i * w * coefficient(x, w));
+    a[index(org)][index(org)] += k;
+    a[index(des)][index(des)] += k;
+    a[index(org)][index(des)] -= k;
+    a[index(des)][index(org)] -= k;
+  }
+  for (std::size_t c = 0; c < n; ++c) {
+    for (std::size_t r = 0; r < n; ++r) {
+      const Complex factor = r == c ? 0.0 : a[r][c] / a[c][c];
+      for (std::size_t m = 0; m < n; ++m) {
+        a[r][m] -= factor * a[c][m];
       }
+      torque[r] -= factor * torque[c];
     }
-    for (std::size_t p = 0; p < n; ++p) {
-      torque[p] *= inertias[p].ratio / a[p][p];
-    }
-    return torque;
   }
-};
+  for (std::size_t p = 0; p < n; ++p) {
+    torque[p] *= line.mass.at(static_cast<std::int32_t>(p) + 1).RPMRATIO / a[p][p];
+  }
+  return torque;
+}
 
 constexpr double kTorque = 120.0;  ///< amplitude of the motor's excitation, N m
 /// The motor's torque is kTorque sin(order w t).
 constexpr Complex kForce(0, -kTorque / 2);
-
-/// A motor of one order on an inertia, over load cases of circular speeds w.
-std::string motor(std::size_t inertia, int order, const std::vector<double>& speeds) {
-  std::ostringstream text;
-  text.precision(17);
-  text << "ELECTRICMOTOR 1\n"
-       << 30 - inertia << " 1000 1500 0 0 1\n"
-       << order << " 0 0 0\n100 0 0 0\nLOADCASE\nRPM 1\nELECTRICMOTOR\n";
-  for (const double w : speeds) {
-    text << w * 30 / pi << ' ' << kTorque * w / 1000 << '\n';
-  }
-  return text.str();
-}
 
 /// A forced run whose family files have one source of so many orders.
 struct ForcedRun : SolverRun {
@@ -142,41 +97,34 @@ struct ForcedRun : SolverRun {
   }
 };
 
-/// The angle of deflections: negative argument, 0 to 2 pi.
-double phaseAngle(Complex value) {
-  const double angle = -std::arg(value);
-  return angle > 0 ? angle : angle + 2 * pi;
-}
-
 TEST(ClosedFormula, EveryQuantityOfAGearedLineWithACouplingAndDampers) {
   // Motor, flexible coupling, gear wheel at a quarter of the speed and a spring damper on it; on
   // the motor a rubber damper, and a viscous one whose table is good for 8, 12 and 20 Hz.
-  constexpr const char* kTable = "Hz Nms/rad Nm/rad\n8 300 2000\n12 700 6000\n20 500 4000\n";
   struct Row {
     double hertz;
     double damping;
     double stiffness;
   };
   const std::vector<Row> rows = {{4, -100, -2000}, {6, 100, 0},     {8, 300, 2000},
-                                 {9, 400, 3000},   {12, 700, 6000}, {16, 600, 5000},
-                                 {20, 500, 4000},  {24, 400, 3000}};
-  Line line{{{10, 1, 0, 25}, {30, 0.25}, {12, 0.25, 6}, {2, 1}, {6, 1}},
-            {{0, 1, 40000, 1, 0, 8},
-             {1, 2, 26000, 0.25, 90, 0},
-             {0, 3, 14000, 1, 0, 4},
-             {0, 4, 0, 1, 1, 0}}};
-  std::vector<double> speeds;
-  speeds.reserve(rows.size());
-  for (const Row& row : rows) {
-    speeds.push_back(pi * row.hertz);  // the motor excites at twice its speed
+                                 {9, 400, 3000},   {12, 700, 6000}, {24, 400, 3000}};
+  const std::string text =
+      "INERTIA 30 1 10 0 25\nINERTIA 29 0.25 30 0 0\nINERTIA 28 0.25 12 6 0\nINERTIA 27 1 2 0 0\n"
+      "INERTIA 26 1 6 0 0\nSHAFT 1 30 29 1 40000 0 8 80 60 0 0\n"
+      "SHAFT 2 29 28 0.25 26000 90 0 80 60 0 0\nSHAFT 3 30 27 1 14000 0 4 80 60 0 0\n"
+      "SHAFT 4 30 26 1 0 1 0 80 60 0 0\n";
+  ModelBundle line = std::move(ReadModel(text).model);
+  std::ostringstream input;
+  input << text << std::setprecision(17)
+        << "LINEARCOUPLING 1\n1 500.0 40000.0\nSTEELSPRINGDAMPER 1\n28 29 90.0\n"
+           "RUBBERDAMPER 1\n27 30 0.0\nVISCOUSDAMPER 1\n30 26 1 1\n@DIR@/table.txt\n"
+           "ELECTRICMOTOR 1\n30 1000 1500 0 0 1\n2 0 0 0\n100 0 0 0\n"
+           "LOADCASE\nRPM 1\nELECTRICMOTOR\n";
+  for (const Row& row : rows) {  // the motor excites at twice its speed
+    input << row.hertz * 30 << ' ' << kTorque * pi * row.hertz / 1000 << '\n';
   }
   ForcedRun run;
-  run.directory().write("table.txt", kTable);
-  run.start(line.text() +
-                "LINEARCOUPLING 1\n1 500.0 40000.0\nSTEELSPRINGDAMPER 1\n28 29 90.0\n"
-                "RUBBERDAMPER 1\n27 30 0.0\nVISCOUSDAMPER 1\n30 26 1 1\n@DIR@/table.txt\n" +
-                motor(0, 2, speeds),
-            2);
+  run.directory().write("table.txt", "Hz Nms/rad Nm/rad\n8 300 2000\n12 700 6000\n20 500 4000\n");
+  run.start(input.str(), 2);
   ASSERT_EQ(run.status(), 1) << run.log();
   EXPECT_EQ(run.records("ElectricMotorDeflection.bin").size(), rows.size() * 4 * 5 * 4);
   // The cubes of the diameters, for a hollow shaft too.
@@ -185,12 +133,12 @@ TEST(ClosedFormula, EveryQuantityOfAGearedLineWithACouplingAndDampers) {
   const double sampling = 1 - std::cos(pi / 360);
   for (std::size_t L = 0; L < rows.size(); ++L) {
     const double w = 2 * pi * rows[L].hertz;
-    line.shafts[3].k = rows[L].stiffness;
-    line.shafts[3].damping = rows[L].damping;
-    const auto x = line.deflection(w, {kForce, 0, 0, 0, 0});
+    line.shaft.at(4).STIFFNESS = rows[L].stiffness;
+    line.shaft.at(4).ABSDAMPING = rows[L].damping;
+    const auto x = deflectionOf(line, w, {kForce, 0, 0, 0, 0});
     for (std::size_t p = 0; p < 5; ++p) {
       // The derivatives add to the angle without a wrap.
-      const double angle = phaseAngle(x[p]);
+      const double angle = std::fmod(2 * pi - std::arg(x[p]), 2 * pi);
       run.expectMotor("Deflection.bin", 5, L, p, x[p], angle);
       run.expectMotor("Velocity.bin", 5, L, p, i * w * x[p], angle + pi / 2);
       run.expectMotor("Accele.bin", 5, L, p, -w * w * x[p], angle + pi);
@@ -200,15 +148,16 @@ TEST(ClosedFormula, EveryQuantityOfAGearedLineWithACouplingAndDampers) {
       run.expectPoint("SynthesisAcceleration.bin", 5, L, p, w * w * amplitude, sampling);
     }
     for (std::size_t s = 0; s < 4; ++s) {
-      const LineShaft& shaft = line.shafts[s];
+      const SHAFT_RECORD& shaft = line.shaft.at(static_cast<std::int32_t>(s) + 1);
+      const auto [org, des] = shaftEnds(line, static_cast<std::int32_t>(s) + 1);
       // A shaft's torque is that of its first end, and so is the twist behind its power loss; the
       // damping torque takes the velocities as they are, without a ratio.
-      const double ratio = line.inertias[shaft.org].ratio / line.inertias[shaft.des].ratio;
-      const double c = shaft.coefficient(w);
-      const Complex twist = x[shaft.org] - ratio * x[shaft.des];
-      const Complex torque = shaft.k * twist;
-      const Complex damping = c * i * w * (x[shaft.org] - x[shaft.des]);
-      const double nominal = kTorque / shaft.ratio;
+      const double ratio = line.mass.at(org).RPMRATIO / line.mass.at(des).RPMRATIO;
+      const double c = coefficient(shaft, w);
+      const Complex twist = x[index(org)] - ratio * x[index(des)];
+      const Complex torque = shaft.STIFFNESS * twist;
+      const Complex damping = c * i * w * (x[index(org)] - x[index(des)]);
+      const double nominal = kTorque / shaft.RPMRATIO;
       run.expectShaft("Torque.bin", 4, L, s, torque);
       run.expectShaft("Stress.bin", 4, L, s, torque / modulus);
       run.expectShaft("DampingTorque.bin", 4, L, s, damping);
@@ -230,8 +179,10 @@ TEST(ClosedFormula, EveryQuantityOfAGearedLineWithACouplingAndDampers) {
 
 TEST(ClosedFormula, MachinesShakeTheLineWithTheirHarmonicTorques) {
   // At a reference speed of 600 rpm inertia 30 turns at 900 rpm, each machine has 90 kW.
-  const Line line{{{10, 1.5, 0, 30}, {4, 1, 6, 0}, {5, 1, 0, 0}},
-                  {{0, 1, 90000, 1, 30, 0}, {1, 2, 80000, 1, 20, 0}}};
+  const std::string text =
+      "INERTIA 30 1.5 10 0 30\nINERTIA 29 1 4 6 0\nINERTIA 28 1 5 0 0\n"
+      "SHAFT 1 30 29 1 90000 30 0 80 60 0 0\nSHAFT 2 29 28 1 80000 20 0 80 60 0 0\n";
+  const ModelBundle line = std::move(ReadModel(text).model);
   /// At an order slot: amplitude x sin(order x (omega t - phase)).
   struct Slot {
     double order;
@@ -240,18 +191,15 @@ TEST(ClosedFormula, MachinesShakeTheLineWithTheirHarmonicTorques) {
   /// The slots of a machine of so many orders: 5, 3, 2 and 1 % of a torque. One of order 0, and
   /// those beyond the count, stand still.
   const auto slots = [](std::size_t count, double torque) {
-    const std::vector<Slot> all = {
-        {2.5, 0.05 * torque}, {0, 0}, {1, 0.02 * torque}, {6, 0.01 * torque}};
-    std::vector<Slot> moving(4);
-    std::copy_n(all.begin(), count, moving.begin());
+    std::vector<Slot> moving = {{2.5, 0.05 * torque}, {}, {1, 0.02 * torque}, {6, 0.01 * torque}};
+    moving.resize(count);
+    moving.resize(4);
     return moving;
   };
   const std::string machine = "\n2.5 0 1 6\n5 3 2 1\n";
   std::vector<Slot> crankSlots(20);
-  for (std::size_t k = 0; k < 20; ++k) {
-    const double percent = k == 0 ? 6 : k == 2 ? 4 : 0;
-    crankSlots[k] = {1.0 * static_cast<double>(k + 1), percent / 100 * 90e3 / (20 * pi)};
-  }
+  crankSlots[0] = {1, 0.06 * 90e3 / (20 * pi)};
+  crankSlots[2] = {3, 0.04 * 90e3 / (20 * pi)};
   struct Case {
     std::string family;
     std::string values;
@@ -284,8 +232,7 @@ TEST(ClosedFormula, MachinesShakeTheLineWithTheirHarmonicTorques) {
     std::string keyword = c.family;
     std::transform(keyword.begin(), keyword.end(), keyword.begin(), ::toupper);
     std::ostringstream input;
-    input << line.text() << keyword << " 1 " << c.values << "LOADCASE\nRPM 1\n"
-          << keyword << "\n600 90\n";
+    input << text << keyword << " 1 " << c.values << "LOADCASE\nRPM 1\n" << keyword << "\n600 90\n";
     ForcedRun run;
     run.start(input.str(), 2);
     ASSERT_EQ(run.status(), 1) << run.log();
@@ -296,7 +243,7 @@ TEST(ClosedFormula, MachinesShakeTheLineWithTheirHarmonicTorques) {
         for (const auto& [inertia, degrees] : c.points) {
           x[inertia] = -i * amplitude / 2.0 * std::exp(-i * order * degrees * pi / 180.0);
         }
-        x = line.deflection(order * c.rpm * pi / 30, x);
+        x = deflectionOf(line, order * c.rpm * pi / 30, x);
       }
       for (std::size_t p = 0; p < 3; ++p) {
         const Complex value =

@@ -133,9 +133,10 @@ int expectBalance(ReadModel& plant) {
       family.clear();
       for (std::int32_t s = 1; s <= family.sources; ++s) {
         const SourceResults source = family.source(s);
-        const double ratio = GET_MASS_RPMRATIO(model.mass, 1);
+        if (!sources.isRunning(model, s)) {
+          continue;
+        }
         sources.respond(model, s, L, source);
-        EXPECT_NEAR(GET_MASS_RPMRATIO(model.mass, 1), ratio, 4e-15) << "it comes back";
         SINGLELOADCASESHAFTTORQUE(model, source.EXFO, source.of(Quantity::deflection),
                                   source.of(Quantity::torque));
         const auto points = excitation(model, static_cast<Family>(f), s);
@@ -184,13 +185,10 @@ int expectBalance(ReadModel& plant) {
   return orders;
 }
 
-TEST(EnergyBalance, PlantWithEveryKindOfComponent) {
-  ReadModel plant;
-  plant.read(everyKindPlant(plant.directory()));
-  EXPECT_EQ(expectBalance(plant), 2 * (24 + 16));
-}
-
-TEST(EnergyBalance, ExamplePlants) {
+TEST(EnergyBalance, OfEveryKindOfComponentAndOfTheExamplePlants) {
+  ReadModel everyKind;
+  everyKind.read(everyKindPlant(everyKind.directory()));
+  EXPECT_EQ(expectBalance(everyKind), 2 * (24 + 16));
   // A two-stroke engine, a V engine, ice, a rubber damper, and twin engines on a gear with spring
   // couplings.
   for (const char* name :
