@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <iterator>
+#include <regex>
 #include <span>
 
 #include "ForcedVibration/EveryKind.h"
@@ -15,12 +16,9 @@ namespace {
 TEST(ForcedResultFiles, LoadCasesFollowEachOtherAndTheirSourcesToo) {
   SolverRun both, first, second;
   for (const auto& [run, left] :
-       {std::pair{&both, ""}, {&first, "480 512 "}, {&second, "600 1000 "}}) {
-    std::string input = "OUTPUTANGLEBASEDRESULTS\n" + everyKindPlant(run->directory());
-    if (*left != 0) {
-      input.erase(input.find(left), input.find('\n', input.find(left)) + 1 - input.find(left));
-    }
-    run->start(input, 2);
+       {std::pair{&both, "no line"}, {&first, "480 512 .*\n"}, {&second, "600 1000 .*\n"}}) {
+    const std::string plant = "OUTPUTANGLEBASEDRESULTS\n" + everyKindPlant(run->directory());
+    run->start(std::regex_replace(plant, std::regex(left), ""), 2);
     ASSERT_EQ(run->status(), 1) << run->log();
   }
   // The first load case leaves the speed ratios to the second one with an error of rounding.
