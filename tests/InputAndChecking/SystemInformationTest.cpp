@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include "InputAndChecking/SystemInformation.h"
-#include "Support/EveryKindModel.h"
 #include "Support/ReadModel.h"
 
 namespace verenwick::test {
@@ -16,28 +15,19 @@ TEST(SystemInformation, CountsStandInTheirRecords) {
   ModelBundle model;
   EXPECT_EQ(records(model), std::vector<double>(18, 0.0));
 
-  model.mass.allocate(101);
-  model.shaft.allocate(102);
-  model.viscousDamper.allocate(3);
-  model.rubberDamper.allocate(4);
-  model.steelSpringDamper.allocate(5);
-  model.linearCoupling.allocate(6);
-  model.progressiveCoupling.allocate(7);
-  model.geislingerCoupling.allocate(16);
-  model.diesel.allocate(8);
-  model.electricMotor.allocate(9);
-  model.gasTurbine.allocate(10);
-  model.steamTurbine.allocate(11);
-  model.propeller.allocate(12);
-  model.generator.allocate(13);
-  model.centrifugalPump.allocate(17);
-  model.reciprocatingPump.allocate(18);
-  model.loadCaseSpeed.allocate(14);
-  for (std::int32_t i = 1; i <= 8; ++i) {
+  std::int32_t size = 0;
+  const auto allocate = [&](auto&... tables) { (tables.allocate(++size), ...); };
+  allocate(model.mass, model.shaft, model.viscousDamper, model.rubberDamper,
+           model.steelSpringDamper, model.linearCoupling, model.progressiveCoupling, model.diesel,
+           model.electricMotor, model.gasTurbine, model.steamTurbine, model.propeller,
+           model.generator, model.loadCaseSpeed);
+  size = 15;
+  allocate(model.geislingerCoupling, model.centrifugalPump, model.reciprocatingPump);
+  for (std::int32_t i = 1; i <= model.diesel.number(); ++i) {
     model.diesel.at(i).NSTROKE = 2;
   }
-  EXPECT_EQ(records(model), (std::vector<double>{101, 102, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14,
-                                                 20, 16, 17, 18}));
+  EXPECT_EQ(records(model),
+            (std::vector<double>{1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 20, 16, 17, 18}));
   // One four-stroke engine brings half orders to all.
   model.diesel.at(8).NSTROKE = 4;
   EXPECT_EQ(records(model)[14], 24.0);

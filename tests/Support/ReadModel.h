@@ -31,4 +31,8 @@ class ReadModel {
   bool isOk_ = false;
 };
 
+/// The input text of a sound plant with one component of every kind, from every-kind.txt. No id
+/// equals a position: inertias 201 to 217, shafts 301 to 316, components 11 to 24.
+inline std::string everyKindInput() { return readText(VERENWICK_TESTS "/Support/every-kind.txt"); }
+
 }  // namespace verenwick::test

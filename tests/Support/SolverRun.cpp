@@ -69,8 +69,13 @@ std::vector<std::string> filesIn(const fs::path& directory) {
 
 std::int32_t callSolver(const std::string& inputDir, const std::string& inputName,
                         const std::string& resultDir, std::int32_t mode) {
+  // Only the lowest byte of a character counts.
   const auto packed = [](const std::string& text) {
-    return std::vector<std::int32_t>(text.begin(), text.end());
+    std::vector<std::int32_t> characters;
+    for (const char c : text) {
+      characters.push_back(c + (characters.size() % 2 == 0 ? 0x7F00 : -256));
+    }
+    return characters;
   };
   const auto dir = packed(inputDir);
   const auto name = packed(inputName);
