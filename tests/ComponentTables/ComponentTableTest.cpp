@@ -20,23 +20,6 @@ TEST(ComponentTable, SearchGivesTheFirstPositionOfAnId) {
   EXPECT_EQ(GET_SHAFT_ISHAFT(table, 7), 0);
 }
 
-TEST(ComponentTable, LookupsFindWhatThePlantHolds) {
-  const ModelBundle m = test::ReadModel(test::everyKindInput()).model;
-  // The ring, 201, comes first and is no degree of freedom of the free problem.
-  const std::int32_t degrees = m.mass.number() - 1;
-  EXPECT_EQ(GET_MASS_NUMBERNONEVISCOUSDAMPERRINGMASS(m.mass), degrees);
-  EXPECT_EQ(GET_MASS_NNOTVISCOUSDAMPERRINGSHAFT(m.mass, 203), 2);
-  EXPECT_EQ(GET_MASS_NNOTVISCOUSDAMPERRINGSHAFT(m.mass, 999), degrees) << "unknown: counts all";
-
-  EXPECT_EQ(GET_SHAFT_ISHAFTBYNODE(SHAFT_TABLE{}, 1, 2), 0);
-  EXPECT_EQ(GET_SHAFT_ISHAFTBYNODE(m.shaft, 204, 203), 3);
-
-  EXPECT_EQ(GET_VISCOUSDAMPER_IVISCOUSDAMPER_NODE(m.viscousDamper, 201, 202), 1);
-  // A rubber damper is found with its turning mass named first only.
-  EXPECT_EQ(GET_RUBBERDAMPER_IRUBBERDAMPER_NODE(m.rubberDamper, 207, 206), 0);
-  EXPECT_EQ(GET_RUBBERDAMPER_IRUBBERDAMPER_NODE(m.rubberDamper, 206, 207), 1);
-}
-
 TEST(ComponentTable, DampersAreFoundByNodesAndCouplingsById) {
   const ModelBundle m = test::ReadModel(test::everyKindInput()).model;
   std::vector<std::int32_t> dampers;
@@ -52,6 +35,10 @@ TEST(ComponentTable, DampersAreFoundByNodesAndCouplingsById) {
   }
   EXPECT_EQ(dampers, (std::vector{301, 306, 308}));
   EXPECT_EQ(couplings, (std::vector{304, 309, 310}));
+  // A rubber damper is found with its turning mass named first only.
+  EXPECT_EQ(GET_VISCOUSDAMPER_IVISCOUSDAMPER_NODE(m.viscousDamper, 201, 202), 1);
+  EXPECT_EQ(GET_RUBBERDAMPER_IRUBBERDAMPER_NODE(m.rubberDamper, 206, 207), 1);
+  EXPECT_EQ(GET_RUBBERDAMPER_IRUBBERDAMPER_NODE(m.rubberDamper, 207, 206), 0);
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "ComponentTables/Global_GeislingerCoupling.h"
+#include "ComponentTables/Global_LinearCoupling.h"
 #include "ComponentTables/Global_ProgressiveCoupling.h"
 
 namespace verenwick {
@@ -10,7 +11,7 @@ namespace {
 
 constexpr double kRpmOf100RadiansPerSecond = 3000 / 3.141592653589793;
 
-TEST(ProgressiveCoupling, StiffensAlongItsPointsAndBeyondThem) {
+TEST(ProgressiveCoupling, StiffensAlongItsPointsAndDampsByItsMagnifier) {
   PROGRESSIVECOUPLING_TABLE table;
   ALLOCATE_PROGRESSIVECOUPLING_TABLE(table, 1);
   PROGRESSIVECOUPLING_RECORD& coupling = table.at(1);
@@ -25,6 +26,9 @@ TEST(ProgressiveCoupling, StiffensAlongItsPointsAndBeyondThem) {
   // 50 kN m/rad / (magnifier x 100 rad/s x order)
   EXPECT_NEAR(CALCULATE_PROGRESSIVECOUPLING_DAMPING(table, 1, 5.0, 2.0), 50.0, 1e-12);
   EXPECT_EQ(CALCULATE_PROGRESSIVECOUPLING_DAMPING(table, 1, 0.0, 2.0), 0.0);
+  LINEARCOUPLING_TABLE linear;
+  ALLOCATE_LINEARCOUPLING_TABLE(linear, 1);
+  EXPECT_EQ(CALCULATE_LINEARCOUPLING_DAMPING(linear, 1, 0.0, 2.0), 0.0);
 }
 
 TEST(GeislingerCoupling, StiffensAndDampsByFrequencyOilAndLoad) {

@@ -24,28 +24,15 @@ struct Prepared : ReadModel {
   }
 };
 
+const std::string kPropeller = " 1000 1000 4 1 1 0\n1 2 1 1 1 100 0\nARCHER 30 0 0 4 1 0 0\n0\n";
+
 /// Turbine 1 and propeller 1 on one side of coupling 1, propeller 2 on the other.
-const std::string kTwoPropellers = R"(
-INERTIA 1 1.0 10.0 0.0 0.0
-INERTIA 2 1.0 10.0 0.0 0.0
-INERTIA 3 1.0 10.0 0.0 0.0
-SHAFT 1 1 2 1.0 1.0E6 0.0 0.0 0.0 0.0 0 0
-SHAFT 2 2 3 1.0 1.0E6 0.0 0.0 0.0 0.0 0 0
-LINEARCOUPLING 1
-2 1000.0 1.0E6
-GASTURBINE 1
-1 1000.0 1000.0
-PROPELLER 1
-2 1000.0 1000.0 4 1.0 1.0 0
-1 2 1 1 1 100 0
-ARCHER 30 0 0 4 1 0 0
-0
-PROPELLER 2
-3 1000.0 1000.0 4 1.0 1.0 0
-1 2 1 1 1 100 0
-ARCHER 30 0 0 4 1 0 0
-0
-)";
+const std::string kTwoPropellers =
+    "INERTIA 1 1 10 0 0\nINERTIA 2 1 10 0 0\nINERTIA 3 1 10 0 0\n"
+    "SHAFT 1 1 2 1 1e6 0 0 0 0 0 0\nSHAFT 2 2 3 1 1e6 0 0 0 0 0 0\n"
+    "LINEARCOUPLING 1\n2 1000 1e6\nGASTURBINE 1\n1 1000 1000\n"
+    "PROPELLER 1\n2" +
+    kPropeller + "PROPELLER 2\n3" + kPropeller;
 
 TEST(CouplingPower, IsWhatPassesTheShaft) {
   struct Case {

@@ -105,7 +105,6 @@ TEST(ForcedMatrices, TakeTheFormulaDampingOfAnEngineAtTheOrder) {
       "100 100 0.2 1 90 0 0 1\n\n\n2 0.5 3 2\n");
   ASSERT_TRUE(read.isOk()) << read.log();
   DIESEL_RECORD& diesel = read.model.diesel.at(1);
-  SHAFT_RECORD& crankThrow = read.model.shaft.at(1);
   diesel.SPEED = 50.0;
   const double order = 4.5;  // 225 times a minute
   const double cylinder = 2.0 * 15.0 * 0.25;
@@ -117,11 +116,11 @@ TEST(ForcedMatrices, TakeTheFormulaDampingOfAnEngineAtTheOrder) {
   EXPECT_EQ(system.CR,
             (Values{formula, formula + shaft, shaft, -formula, -formula, -shaft, -shaft}));
   // That of a throw yields to its magnifier.
-  crankThrow.DYNMAGNIFIER = 50.0;
+  read.model.shaft.at(1).DYNMAGNIFIER = 50.0;
   system = matrices(false, read.model, order);
   EXPECT_EQ(system.CR[0], 0.0);
   EXPECT_EQ(system.CRR[0], 1e6 / 50.0 * 0.25);
-  crankThrow.DYNMAGNIFIER = 0.0;
+  read.model.shaft.at(1).DYNMAGNIFIER = 0.0;
   // Without the formula the rows keep their own.
   diesel.ISFORMULADAMPING = false;
   system = matrices(false, read.model, order);

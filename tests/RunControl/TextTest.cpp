@@ -85,10 +85,6 @@ TEST(FreeFormat, WordsMayBeQuotedAndDoNotEndAtASlash) {
 
 TEST(NumberText, FillsFieldsAsReportsDo) {
   EXPECT_EQ(fixedField(-3.14159, 8, 1), "    -3.1");
-  EXPECT_EQ(fixedField(123456789.0, 8, 1), "********");
-  EXPECT_EQ(integerField(7, 4), "   7");
-  EXPECT_EQ(scientificField(123400.0, 12, 3, 2), "   1.234E+05");
-  EXPECT_EQ(scientificField(123400.0, 15, 3, 3), "     1.234E+005");
   EXPECT_EQ(scientificField(1.5e-120, 12, 3, 2), "   1.500-120");
   EXPECT_EQ(scientificField(0.0, 12, 3, 2), "   0.000E+00");
   EXPECT_EQ(scientificField(-1.0, 8, 3, 2), "********");

@@ -10,8 +10,6 @@ ReadModel::ReadModel() {
   SETRESULTFILEDIR(directory, static_cast<std::int32_t>(directory.size()));
 }
 
-ReadModel::ReadModel(std::string inputText) : ReadModel() { read(std::move(inputText)); }
-
 void ReadModel::read(std::string inputText) {
   const std::string text = replaced(std::move(inputText), "@DIR@", directory_.path().string());
   isOk_ = READINPUTFILE(directory_.write("input.txt", text), model);

@@ -13,7 +13,7 @@ class ReadModel {
  public:
   ReadModel();
   /// Replaces "@DIR@" in the text by the directory of the input file.
-  explicit ReadModel(std::string inputText);
+  explicit ReadModel(std::string inputText) : ReadModel() { read(std::move(inputText)); }
   /// Reads an input; write the files that it names into the directory before.
   void read(std::string inputText);
   /// Reads an example plant, with the genset file that lies beside its input.

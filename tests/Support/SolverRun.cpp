@@ -89,10 +89,6 @@ std::int32_t callSolver(const std::string& inputDir, const std::string& inputNam
   return status;
 }
 
-SolverRun::SolverRun(std::string inputText, std::int32_t mode) {
-  start(std::move(inputText), mode);
-}
-
 void SolverRun::start(std::string inputText, std::int32_t mode) {
   directory_.write("input.txt",
                    replaced(std::move(inputText), "@DIR@", directory_.path().string()));

@@ -40,7 +40,9 @@ std::vector<std::string> filesIn(const std::filesystem::path& directory);
 class SolverRun {
  public:
   /// Replaces "@DIR@" in the text by the directory that holds the input file.
-  explicit SolverRun(std::string inputText, std::int32_t mode = 1);
+  explicit SolverRun(std::string inputText, std::int32_t mode = 1) {
+    start(std::move(inputText), mode);
+  }
 
   std::int32_t status() const { return status_; }
   /// The words of the log.
