@@ -37,8 +37,7 @@ TEST(GraphTheory, ChecksThatAModelIsATree) {
     bool isConnected;
     bool hasCycle;
   };
-  for (const Case& c : {Case{"two pairs", 4, {{1, 2}, {3, 4}}, false, false},
-                        {"double shaft", 2, {{1, 2}, {2, 1}}, true, true},
+  for (const Case& c : {Case{"double shaft", 2, {{1, 2}, {2, 1}}, true, true},
                         {"single inertia", 1, {}, true, false},
                         {"branches", 5, {{3, 1}, {2, 3}, {3, 4}, {5, 4}}, true, false},
                         {"end that is no inertia", 2, {{1, 7}}, false, false},
