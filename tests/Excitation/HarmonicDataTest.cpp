@@ -61,7 +61,6 @@ TEST_F(HarmonicDataTest, InterpolatesResultantAndPhaseAndGoesOnBeyondTheColumns)
   expectRow(16, 0, 1.875, 30);
   // Beyond the ends the outermost pair goes on, down to a negative resultant.
   expectRow(24, 0, 2.625, 50);
-  expectRow(4, 0, 0.5, 0);
   expectRow(-4, 0, -0.5, -20);
 }
 

@@ -54,11 +54,8 @@ class Cylinder(HostTest):
         by_file = self.call("pressure", "--engine", ENGINE)
         self.assertEqual(self.call("pressure", *options).stdout, by_file.stdout)
         self.assertNotIn("warning", by_file.stderr)
-        for words, *changes in (
-                ("mean indicated pressure 25.949 bar", "--peak-pressure", "200"),
-                ("warning: a missed peak at rated speed, 101.00 bar", "--peak-pressure", "100"),
-                (f"peak pressure {0.9 * 141:.2f} bar", "--misfire")):
-            self.assertIn(words, self.call("pressure", "--engine", ENGINE, *changes).stderr)
+        self.assertIn("warning: a missed peak at rated speed, 101.00 bar", self.call(
+            "pressure", "--engine", ENGINE, "--peak-pressure", "100").stderr)
 
     def test_away_from_rated_speed_the_pressures_follow_the_torque(self):
         for speed, torque in ((600, 0.625), (800, 0.75), (750, 0.5)):
