@@ -3,6 +3,7 @@
 #include <cmath>
 #include <limits>
 
+#include "RunControl/Constants.h"
 #include "RunControl/FreeFormat.h"
 #include "RunControl/Log.h"
 #include "RunControl/NumberText.h"
@@ -90,6 +91,23 @@ TEST(NumberText, FillsFieldsAsReportsDo) {
   EXPECT_EQ(scientificField(-1.0, 8, 3, 2), "********");
   EXPECT_EQ(fixedField(std::nan(""), 6, 1), "   NaN");
   EXPECT_EQ(shortestText(0.1), "0.1");
+}
+
+TEST(Constants, RoundToTheNearestSingle) {
+  constexpr double kLargest = 0x1.fffffep127;
+  constexpr double kInfinite = std::numeric_limits<double>::infinity();
+  for (const auto& [value, rounded] : {std::pair{0.1, 0.10000000149011612},
+                                       {0x1.000001p0, 1.0},  // half way goes to the even one
+                                       {1e-50, 0.0},
+                                       {kLargest, kLargest},
+                                       {0x1.fffffefffffffp127, kLargest},
+                                       {0x1.ffffffp127, kInfinite},
+                                       {1e300, kInfinite},
+                                       {kInfinite, kInfinite}}) {
+    EXPECT_EQ(roundedToSingle(value), rounded) << value;
+    EXPECT_EQ(roundedToSingle(-value), -rounded) << value;
+  }
+  EXPECT_TRUE(std::isnan(roundedToSingle(std::nan(""))));
 }
 
 TEST(Log, PutsOneBlankBeforeNumbersExceptBehindABracket) {
