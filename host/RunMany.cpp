@@ -179,8 +179,7 @@ std::string worstColumns(const RunSummary& summary, Largest LoadCaseSummary::*qu
     return fmt::format("{:>{}}{:>7}{:>9}", "-", width, "-", "-");
   }
   return fmt::format("{:>{}.4g}{:>7}{:>9}", (worst->*quantity).value / unit, width,
-                     (worst->*quantity).id,
-                     worst->speed ? fmt::format("{:.1f}", *worst->speed) : "-");
+                     (worst->*quantity).id, worst->speed ? column(*worst->speed, 1, 9) : "-");
 }
 
 void printTable(const std::vector<Progress>& runs) {

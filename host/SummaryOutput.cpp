@@ -34,8 +34,9 @@ void printModes(const std::vector<ModeSummary>& modes) {
   for (const ModeSummary& mode : modes) {
     allFinite = allFinite && mode.nodes;
     const double rpm = mode.frequency * kRpmOfAngularSpeed;
-    fmt::print("{:>6}{:>15.4f}{:>15.4f}{:>15.3f}{:>7}\n", ++number, mode.frequency,
-               rpm / kSecondsOfMinute, rpm, mode.nodes ? std::to_string(*mode.nodes) : "-");
+    fmt::print("{:>6}{}{}{}{:>7}\n", ++number, column(mode.frequency, 4, 15),
+               column(rpm / kSecondsOfMinute, 4, 15), column(rpm, 3, 15),
+               mode.nodes ? std::to_string(*mode.nodes) : "-");
   }
   if (!allFinite) {
     fmt::print("     -: the mode leaves the reference inertia of its shape at rest\n");
@@ -54,7 +55,8 @@ void printEngine(std::size_t number, const std::vector<std::vector<CriticalSpeed
   for (const std::vector<CriticalSpeed>& orders : modes) {
     fmt::print("{:>6}", ++mode);
     for (const CriticalSpeed& each : orders) {
-      fmt::print("{:>8.1f}{:>7.3f}{:>10.2f}", each.order, each.sum, each.rpm);
+      fmt::print("{}{}{}", column(each.order, 1, 8), column(each.sum, 3, 7),
+                 column(each.rpm, 2, 10));
     }
     fmt::print("\n");
   }
@@ -67,7 +69,7 @@ void printLoadCases(const std::vector<LoadCaseSummary>& loadCases) {
   int number = 0;
   for (const LoadCaseSummary& each : loadCases) {
     fmt::print("{:>6}{:>10}{:>15.4g}{:>7}{:>16.4g}{:>7}{:>18.4g}{:>9}{:>17.4g}\n", ++number,
-               each.speed ? fmt::format("{:.1f}", *each.speed) : "-", each.torque.value / kKilo,
+               each.speed ? column(*each.speed, 1, 10) : "-", each.torque.value / kKilo,
                each.torque.id, each.stress.value / kMega, each.stress.id,
                each.deflection.value / kMilli, each.deflection.id, each.loss / kKilo);
   }

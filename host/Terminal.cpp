@@ -28,6 +28,14 @@ std::string styled(std::FILE* stream, const fmt::text_style& style, std::string_
   return wanted && isTerminal(stream) ? fmt::format(style, "{}", text) : std::string(text);
 }
 
+std::string column(double value, int decimals, std::size_t width) {
+  std::string text = fmt::format("{:.{}f}", value, decimals);
+  for (int digits = decimals; text.size() >= width && digits >= 0; --digits) {
+    text = fmt::format("{:.{}e}", value, digits);
+  }
+  return fmt::format("{:>{}}", text, width);
+}
+
 void printLog(const std::string& log) {
   std::istringstream lines(log);
   std::string line;

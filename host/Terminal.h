@@ -15,6 +15,10 @@ bool isTerminal(std::FILE* stream);
 /// it is.
 std::string styled(std::FILE* stream, const fmt::text_style& style, std::string_view text);
 
+/// A number of a table, right-aligned: with fixed decimals, or where it would fill the column in as
+/// many digits as find room in scientific form.
+std::string column(double value, int decimals, std::size_t width);
+
 /// Prints the lines of a log to standard error, errors and warnings in colour.
 void printLog(const std::string& log);
 

@@ -52,6 +52,13 @@ class Run(HostTest):
         self.assertEqual(done.stderr, "")
         self.assertEqual(self.run_plant(TWO, "--mode", "free", "--quiet").stdout, "")
 
+    def test_columns_stay_apart(self):
+        done = self.run_plant(TWO + "GASTURBINE 1\n1 100 1000\nLOADCASE\nRPM 1\nGASTURBINE\n"
+                              "1000 80\n1e300 80\n-1e-300 80\n")
+        header, *rows = done.stdout.split("Largest ")[1].splitlines()[1:5]
+        self.assertEqual([row.split()[1] for row in rows], ["1000.0", "1.0e+300", "-0.0"])
+        self.assertEqual({len(row) for row in rows}, {len(header)})
+
     def test_counts_nodes(self):
         chain = "".join(inertia(i, 10) for i in range(1, 31))
         chain += "".join(shaft(i, i, i + 1, 1e6) for i in range(1, 30))
