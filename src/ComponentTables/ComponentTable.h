@@ -16,32 +16,72 @@
 /// The pattern of all component tables.
 namespace verenwick {
 
-/// Records numbered from 1. An unallocated table and an empty one are different things.
-///
-/// The ids that the input file gave the records are kept beside them, in an ordered index, so that
-/// a lookup stays fast in a model of many thousand rows. Tables without ids have no index.
+/// Positions from 1 by a key that each of them has and several may share; every key is Key{} until
+/// it is set. The keys are kept beside an ordered index of them, so that a search stays fast among
+/// many thousand positions; as long as no key is set there is no index.
+template <class Key>
+class PositionIndex {
+ public:
+  void allocate(std::int32_t count) {
+    keys_.assign(asSize(std::max(count, 0)), Key{});
+    index_.clear();
+    isIndexed_ = false;
+  }
+  void append() {
+    keys_.push_back(Key{});
+    if (isIndexed_) {
+      index_.emplace(Key{}, number());
+    }
+  }
+  std::int32_t number() const { return static_cast<std::int32_t>(keys_.size()); }
+  const Key& at(std::int32_t position) const { return keys_[index(position)]; }
+  void set(std::int32_t position, const Key& key) {
+    if (!isIndexed_) {
+      makeIndex();
+    }
+    index_.erase({keys_[index(position)], position});
+    keys_[index(position)] = key;
+    index_.emplace(key, position);
+  }
+  /// First position with this key; 0 if there is none.
+  std::int32_t first(const Key& key) const {
+    if (!isIndexed_) {
+      return key == Key{} && number() > 0 ? 1 : 0;
+    }
+    const auto found = index_.lower_bound({key, 0});
+    return found != index_.end() && found->first == key ? found->second : 0;
+  }
+
+ private:
+  void makeIndex() {
+    for (std::int32_t position = 1; position <= number(); ++position) {
+      index_.emplace_hint(index_.end(), Key{}, position);
+    }
+    isIndexed_ = true;
+  }
+
+  std::vector<Key> keys_;
+  std::set<std::pair<Key, std::int32_t>> index_;
+  bool isIndexed_ = false;
+};
+
+/// Records numbered from 1, each with the id that the input file gave it. An unallocated table and
+/// an empty one are different things.
 template <class Record>
 class ComponentTable {
  public:
   void allocate(std::int32_t count) {
-    records_.emplace(static_cast<std::size_t>(std::max(count, 0)));
-    ids_.assign(records_->size(), 0);
-    index_.clear();
-    isIndexed_ = false;
+    records_.emplace(asSize(std::max(count, 0)));
+    ids_.allocate(count);
   }
   /// Adds one record at the end of an allocated table.
   void append() {
     records_->emplace_back();
-    ids_.push_back(0);
-    if (isIndexed_) {
-      index_.emplace(0, number());
-    }
+    ids_.append();
   }
   void deallocate() {
     records_.reset();
-    ids_.clear();
-    index_.clear();
-    isIndexed_ = false;
+    ids_.allocate(0);
   }
   bool isAllocated() const { return records_.has_value(); }
   std::int32_t number() const { return records_ ? static_cast<std::int32_t>(records_->size()) : 0; }
@@ -50,37 +90,14 @@ class ComponentTable {
   Record& at(std::int32_t position) { return (*records_)[index(position)]; }
   const Record& at(std::int32_t position) const { return (*records_)[index(position)]; }
 
-  std::int32_t id(std::int32_t position) const { return ids_[index(position)]; }
-  void setId(std::int32_t position, std::int32_t id) {
-    if (!isIndexed_) {
-      makeIndex();
-    }
-    index_.erase({ids_[index(position)], position});
-    ids_[index(position)] = id;
-    index_.emplace(id, position);
-  }
+  std::int32_t id(std::int32_t position) const { return ids_.at(position); }
+  void setId(std::int32_t position, std::int32_t id) { ids_.set(position, id); }
   /// First position with this id; 0 if there is none or the table isn't allocated.
-  std::int32_t positionOf(std::int32_t id) const {
-    if (!isIndexed_) {
-      return id == 0 && number() > 0 ? 1 : 0;
-    }
-    const auto found = index_.lower_bound({id, 0});
-    return found != index_.end() && found->first == id ? found->second : 0;
-  }
+  std::int32_t positionOf(std::int32_t id) const { return ids_.first(id); }
 
  private:
-  /// Every id is 0 until the first one is set.
-  void makeIndex() {
-    for (std::int32_t position = 1; position <= number(); ++position) {
-      index_.emplace_hint(index_.end(), 0, position);
-    }
-    isIndexed_ = true;
-  }
-
   std::optional<std::vector<Record>> records_;
-  std::vector<std::int32_t> ids_;
-  std::set<std::pair<std::int32_t, std::int32_t>> index_;
-  bool isIndexed_ = false;
+  PositionIndex<std::int32_t> ids_;
 };
 
 /// First position from 1 at which a condition holds; 0 if there is none.
@@ -145,13 +162,16 @@ using FieldValue = std::conditional_t<std::is_scalar_v<Value>, Value, const Valu
 
 /// The id of kind X, the number that the input file gave a record, and the search GET_X_LOOKUP
 /// for its first position, 0 if there is none.
-#define VERENWICK_TABLE_ID(X, LOOKUP)                                                  \
-  inline void SET_##X##_ID(X##_TABLE& table, std::int32_t position, std::int32_t id) { \
-    table.setId(position, id);                                                         \
-  }                                                                                    \
-  inline std::int32_t GET_##X##_ID(const X##_TABLE& table, std::int32_t position) {    \
-    return table.id(position);                                                         \
-  }                                                                                    \
-  inline std::int32_t GET_##X##_##LOOKUP(const X##_TABLE& table, std::int32_t id) {    \
-    return table.positionOf(id);                                                       \
+#define VERENWICK_TABLE_ID(X, LOOKUP) VERENWICK_TABLE_ID_NAMED(X, ID, LOOKUP)
+
+/// The same where the id is another kind's and has its name.
+#define VERENWICK_TABLE_ID_NAMED(X, NAME, LOOKUP)                                          \
+  inline void SET_##X##_##NAME(X##_TABLE& table, std::int32_t position, std::int32_t id) { \
+    table.setId(position, id);                                                             \
+  }                                                                                        \
+  inline std::int32_t GET_##X##_##NAME(const X##_TABLE& table, std::int32_t position) {    \
+    return table.id(position);                                                             \
+  }                                                                                        \
+  inline std::int32_t GET_##X##_##LOOKUP(const X##_TABLE& table, std::int32_t id) {        \
+    return table.positionOf(id);                                                           \
   }

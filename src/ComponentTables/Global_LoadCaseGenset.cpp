@@ -6,9 +6,7 @@ namespace {
 /// Position of the record of a diesel in a load case; 0 if there is none.
 std::int32_t positionOf(const LOADCASEGENSET_TABLE& table, std::int32_t dieselId,
                         std::int32_t loadCase) {
-  const std::int32_t first = firstPosition(table, [&](std::int32_t position) {
-    return GET_LOADCASEGENSET_DIESELID(table, position) == dieselId;
-  });
+  const std::int32_t first = GET_LOADCASEGENSET_ILOADCASEGENSET(table, dieselId);
   const bool isFound = first > 0 && first < table.number();
   return isFound && loadCase <= table.number() - first + 1 ? first + loadCase - 1 : 0;
 }

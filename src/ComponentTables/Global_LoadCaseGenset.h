@@ -8,13 +8,13 @@ namespace verenwick {
 
 // clang-format off
 #define LOADCASEGENSET_FIELDS(VALUE, ARRAY, LIST, X)                                     \
-  VALUE(X, std::int32_t, DIESELID, 0, "id of the diesel")                                \
   VALUE(X, double, PRESSUREMAX, 0.0, "maximum cylinder pressure, Pa")                    \
   VALUE(X, double, PRESSURECOMP, 0.0, "compression pressure, Pa")                        \
   VALUE(X, double, PRESSUREINLET, 0.0, "inlet pressure, Pa; the genset file gives none")
 // clang-format on
 
 VERENWICK_TABLE(LOADCASEGENSET, LOADCASEGENSET_FIELDS)
+VERENWICK_TABLE_ID_NAMED(LOADCASEGENSET, DIESELID, ILOADCASEGENSET)
 
 /// Pressures of a diesel in a load case, Pa; 0 if the table holds none. A diesel whose first record
 /// is the last one of the table counts as not found.

@@ -1,5 +1,7 @@
 #include "ComponentTables/Global_Shaft.h"
 
+#include <algorithm>
+
 namespace verenwick {
 
 std::int32_t GET_SHAFT_ISHAFTBYNODE(const SHAFT_TABLE& table, std::int32_t node1,
@@ -13,6 +15,22 @@ std::int32_t GET_SHAFT_ISHAFTBYNODE(const SHAFT_TABLE& table, std::int32_t node1
     }
   }
   return n;
+}
+
+ShaftsByNodes::ShaftsByNodes(const SHAFT_TABLE& table) {
+  ends_.allocate(table.number());
+  for (std::int32_t position = 1; position <= table.number(); ++position) {
+    set(position, GET_SHAFT_ORGNODE(table, position), GET_SHAFT_DESNODE(table, position));
+  }
+}
+
+void ShaftsByNodes::set(std::int32_t position, std::int32_t orgNode, std::int32_t desNode) {
+  ends_.set(position, std::minmax(orgNode, desNode));
+}
+
+std::int32_t ShaftsByNodes::between(std::int32_t node1, std::int32_t node2) const {
+  const std::int32_t position = ends_.first(std::minmax(node1, node2));
+  return position > 0 ? position : ends_.number();
 }
 
 bool GET_SHAFT_ISDAMPER(const SHAFT_TABLE& table, std::int32_t position,

@@ -37,6 +37,20 @@ VERENWICK_TABLE_ID(SHAFT, ISHAFT)
 std::int32_t GET_SHAFT_ISHAFTBYNODE(const SHAFT_TABLE& table, std::int32_t node1,
                                     std::int32_t node2);
 
+/// The shafts by the inertias that they join: the same answers as GET_SHAFT_ISHAFTBYNODE, for where
+/// very many dampers each look for their shaft.
+class ShaftsByNodes {
+ public:
+  ShaftsByNodes() = default;
+  explicit ShaftsByNodes(const SHAFT_TABLE& table);
+  /// Follows a change of the ends of a shaft.
+  void set(std::int32_t position, std::int32_t orgNode, std::int32_t desNode);
+  std::int32_t between(std::int32_t node1, std::int32_t node2) const;
+
+ private:
+  PositionIndex<std::pair<std::int32_t, std::int32_t>> ends_;  ///< the lower id first
+};
+
 /// Whether the shaft is the link of a damper; a damper knows its shaft by the two inertias.
 bool GET_SHAFT_ISDAMPER(const SHAFT_TABLE& table, std::int32_t position,
                         const VISCOUSDAMPER_TABLE& viscousDamper,

@@ -5,6 +5,7 @@
 
 #include "ComputationsSrc/Interpolation.h"
 #include "RunControl/DataFile.h"
+#include "RunControl/Log.h"
 #include "RunControl/StringOperation.h"
 
 namespace verenwick {
@@ -38,9 +39,18 @@ bool countRows(const std::string& path, VISCOUSDAMPER_RECORD& damper, std::size_
   return true;
 }
 
-bool loadTable(VISCOUSDAMPER_RECORD& damper) {
+/// Rows of the tables of all dampers.
+constexpr std::size_t kMostRows = 5'000'000;
+
+/// @param allRows rows of the tables so far
+bool loadTable(VISCOUSDAMPER_RECORD& damper, std::size_t& allRows) {
   std::size_t rows = 0;
   if (!countRows(damper.CUSTOMDAMPINGFILE, damper, rows)) {
+    return false;
+  }
+  allRows += rows;
+  if (allRows > kMostRows) {
+    appendToLog("Error: The tables of the viscous dampers have more than", kMostRows, " rows");
     return false;
   }
   damper.FREQUENCIES.assign(rows, 0.0);
@@ -81,8 +91,10 @@ bool GET_VISCOUSDAMPER_CONTAINCUSTOMDAMPING(const VISCOUSDAMPER_TABLE& table) {
 }
 
 bool LOADCUSTOMDAMPINGFILE(VISCOUSDAMPER_TABLE& table) {
+  std::size_t allRows = 0;
   for (std::int32_t i = 1; i <= table.number(); ++i) {
-    if (!isBlank(GET_VISCOUSDAMPER_CUSTOMDAMPINGFILE(table, i)) && !loadTable(table.at(i))) {
+    if (!isBlank(GET_VISCOUSDAMPER_CUSTOMDAMPINGFILE(table, i)) &&
+        !loadTable(table.at(i), allRows)) {
       return false;
     }
   }

@@ -15,6 +15,7 @@
 #include "ForcedVibration/SourceResponse.h"
 #include "ForcedVibration/Synthesis.h"
 #include "Matrices/LoadCaseSetting.h"
+#include "Matrices/MassStffnessAndDampingMatrix.h"
 #include "RunControl/RunStopped.h"
 
 namespace verenwick {
@@ -22,9 +23,6 @@ namespace {
 
 using results::ResultFile;
 using results::resultFile;
-
-/// Largest order of the dense complex system: its matrix takes 400 MB.
-constexpr std::int32_t kLargestForcedOrder = 5000;
 
 /// Most room for the arrays of a load case and the power of the shafts, doubles: 2 GB.
 constexpr double kMostDoubles = 250e6;
@@ -54,9 +52,9 @@ struct ForcedModel {
         0;
     conditions.hasIce = hasIceExcitation(model.propeller);
     conditions.isAngleBased = GET_OUTPUTANGLEBASEDRESULTS() && hasDiesel;
-    if (points.inertias < 1 || points.inertias > kLargestForcedOrder) {
+    if (points.inertias < 1 || points.inertias > kLargestOrder) {
       throw RunStopped("** The forced vibration calculation takes 1 to " +
-                       std::to_string(kLargestForcedOrder) + " inertias, not " +
+                       std::to_string(kLargestOrder) + " inertias, not " +
                        std::to_string(points.inertias));
     }
   }

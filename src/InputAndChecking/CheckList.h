@@ -13,6 +13,9 @@
 /// value that is to blame. The words of a check with values end in "(".
 namespace verenwick {
 
+/// More messages of one kind than anyone reads.
+inline constexpr std::int64_t kMostMessages = 10'000;
+
 /// Where the checks of a run write what they find.
 class CheckLog {
  public:
@@ -114,9 +117,12 @@ inline bool isShaft(const ModelBundle& model, std::int32_t id) {
 }
 
 // The checks of each kind, in their order.
-void checkViscousDampers(ModelBundle& model, const ADJNODE& graph, CheckLog& log);
-void checkRubberDampers(const ModelBundle& model, const ADJNODE& graph, CheckLog& log);
-void checkSteelSpringDampers(const ModelBundle& model, const ADJNODE& graph, CheckLog& log);
+void checkViscousDampers(ModelBundle& model, const ADJNODE& graph, const ShaftsByNodes& shafts,
+                         CheckLog& log);
+void checkRubberDampers(const ModelBundle& model, const ADJNODE& graph, const ShaftsByNodes& shafts,
+                        CheckLog& log);
+void checkSteelSpringDampers(const ModelBundle& model, const ADJNODE& graph,
+                             const ShaftsByNodes& shafts, CheckLog& log);
 void checkLinearCouplings(const ModelBundle& model, CheckLog& log);
 void checkProgressiveCouplings(const ModelBundle& model, CheckLog& log);
 void checkGeislingerCouplings(const ModelBundle& model, CheckLog& log);

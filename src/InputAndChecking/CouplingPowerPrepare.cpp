@@ -1,7 +1,9 @@
 #include "InputAndChecking/CouplingPowerPrepare.h"
 
+#include <set>
 #include <utility>
 
+#include "Matrices/MassStffnessAndDampingMatrix.h"
 #include "ShaftLineGraph/BranchPower.h"
 
 namespace verenwick {
@@ -17,13 +19,18 @@ class ColumnWriter {
       : model_(model),
         graph_(model.mass, model.shaft),
         power_(model, PumpPower::pumpPower),
-        columns_(GET_LOADCASE_COMPONENTNUMBER(model.loadCase)) {}
+        columns_(GET_LOADCASE_COMPONENTNUMBER(model.loadCase)) {
+    for (std::int32_t i = 1; i <= GET_LOADCASE_NCOMPONENT(model.loadCase); ++i) {
+      components_.emplace(GET_LOADCASE_COMPONENTTYPE(model.loadCase, i),
+                          GET_LOADCASE_COMPONENTID(model.loadCase, i));
+    }
+  }
 
   /// Adds a column for each record of a table that has none.
   template <class Table, class NodesOf>
   void add(ComponentType type, const Table& table, NodesOf nodesOf) {
     for (std::int32_t i = 1; i <= table.number(); ++i) {
-      if (GET_LOADCASE_ICOMPONENT(model_.loadCase, type, table.id(i)) == 0) {
+      if (components_.emplace(type, table.id(i)).second) {
         addColumn(type, table.id(i), nodesOf(i));
       }
     }
@@ -48,13 +55,16 @@ class ColumnWriter {
   ModelBundle& model_;
   ADJNODE graph_;
   BranchPower power_;
-  std::int32_t columns_;  ///< in use
+  std::int32_t columns_;                                         ///< in use
+  std::set<std::pair<ComponentType, std::int32_t>> components_;  ///< that have a column
 };
 
 }  // namespace
 
 void COUPLINGPOWERPREPARE(ModelBundle& model) {
-  if (GET_LOADCASE_COMPONENTNUMBER(model.loadCase) == GET_LOADCASE_NCOMPONENT(model.loadCase)) {
+  // Every column walks the whole line: not for one that the forced calculation will refuse.
+  if (GET_LOADCASE_COMPONENTNUMBER(model.loadCase) == GET_LOADCASE_NCOMPONENT(model.loadCase) ||
+      model.mass.number() > kLargestOrder) {
     return;
   }
   ColumnWriter columns(model);

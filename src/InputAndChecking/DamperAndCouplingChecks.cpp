@@ -27,9 +27,8 @@ bool isOwn(const SHAFT_TABLE& shaft, std::int32_t position, ShaftType type, Comp
 constexpr std::string_view kLinkNotOwn = " has a link not marked as its own, Shaft (";
 
 /// Warns of a damper whose link another component or a later SHAFT line took from it.
-void warnOfLostLink(const SHAFT_TABLE& shaft, RecordChecks& it, std::int32_t node1,
-                    std::int32_t node2, ShaftType type, ComponentType owner) {
-  const std::int32_t link = GET_SHAFT_ISHAFTBYNODE(shaft, node1, node2);
+void warnOfLostLink(const SHAFT_TABLE& shaft, std::int32_t link, RecordChecks& it, ShaftType type,
+                    ComponentType owner) {
   if (link > 0) {
     it.warning(!isOwn(shaft, link, type, owner, it.id()), kLinkNotOwn, GET_SHAFT_ID(shaft, link));
   }
@@ -45,7 +44,8 @@ void warnOfLostShaft(const SHAFT_TABLE& shaft, RecordChecks& it, std::int32_t sh
 
 }  // namespace
 
-void checkViscousDampers(ModelBundle& model, const ADJNODE& graph, CheckLog& log) {
+void checkViscousDampers(ModelBundle& model, const ADJNODE& graph, const ShaftsByNodes& shafts,
+                         CheckLog& log) {
   bool areFilesLoaded = false;
   checkRecords(log, "Viscous damper", model.viscousDamper, [&](RecordChecks& it, std::int32_t i) {
     const VISCOUSDAMPER_RECORD& damper = model.viscousDamper.at(i);
@@ -55,8 +55,7 @@ void checkViscousDampers(ModelBundle& model, const ADJNODE& graph, CheckLog& log
     it.error(!hasRing, " has a ring node not listed in Inertia table (", damper.RINGNODE);
     it.error(damper.ABSDAMPING < 0.0, " has a negative AbsDamping (", damper.ABSDAMPING);
 
-    const std::int32_t link =
-        GET_SHAFT_ISHAFTBYNODE(model.shaft, damper.CASINGNODE, damper.RINGNODE);
+    const std::int32_t link = shafts.between(damper.CASINGNODE, damper.RINGNODE);
     const bool canBeLinked = hasCasing && hasRing && link > 0;
     if (link > 0 && GET_SHAFT_STIFFNESS(model.shaft, link) <= 0.0) {
       SET_SHAFT_STIFFNESS(model.shaft, link, kNearlyFreeLink);
@@ -81,7 +80,8 @@ void checkViscousDampers(ModelBundle& model, const ADJNODE& graph, CheckLog& log
   });
 }
 
-void checkRubberDampers(const ModelBundle& model, const ADJNODE& graph, CheckLog& log) {
+void checkRubberDampers(const ModelBundle& model, const ADJNODE& graph, const ShaftsByNodes& shafts,
+                        CheckLog& log) {
   checkRecords(log, "Rubber damper", model.rubberDamper, [&](RecordChecks& it, std::int32_t i) {
     const RUBBERDAMPER_RECORD& damper = model.rubberDamper.at(i);
     const bool hasMass = isInertia(model, damper.TURNINGMASSNODE);
@@ -93,13 +93,14 @@ void checkRubberDampers(const ModelBundle& model, const ADJNODE& graph, CheckLog
     if (hasMass && hasPlate) {
       it.error(isLinkedToOthers(model.mass, graph, damper.TURNINGMASSNODE, damper.DRIVEPLATENODE),
                " has the turning mass linked to other inertia");
-      warnOfLostLink(model.shaft, it, damper.DRIVEPLATENODE, damper.TURNINGMASSNODE,
+      warnOfLostLink(model.shaft, shafts.between(damper.DRIVEPLATENODE, damper.TURNINGMASSNODE), it,
                      ShaftType::rubberDamperLink, ComponentType::rubberDamper);
     }
   });
 }
 
-void checkSteelSpringDampers(const ModelBundle& model, const ADJNODE& graph, CheckLog& log) {
+void checkSteelSpringDampers(const ModelBundle& model, const ADJNODE& graph,
+                             const ShaftsByNodes& shafts, CheckLog& log) {
   checkRecords(
       log, "Steel spring damper", model.steelSpringDamper, [&](RecordChecks& it, std::int32_t i) {
         const STEELSPRINGDAMPER_RECORD& damper = model.steelSpringDamper.at(i);
@@ -114,7 +115,8 @@ void checkSteelSpringDampers(const ModelBundle& model, const ADJNODE& graph, Che
           it.error(
               isLinkedToOthers(model.mass, graph, damper.OUTERMEMBERNODE, damper.INNERMEMBERNODE),
               " has the outer member linked to other inertia");
-          warnOfLostLink(model.shaft, it, damper.OUTERMEMBERNODE, damper.INNERMEMBERNODE,
+          warnOfLostLink(model.shaft,
+                         shafts.between(damper.OUTERMEMBERNODE, damper.INNERMEMBERNODE), it,
                          ShaftType::steelSpringDamperLink, ComponentType::steelSpringDamper);
         }
       });

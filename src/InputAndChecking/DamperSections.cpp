@@ -10,12 +10,12 @@ struct Member {
 };
 
 /// Makes the two members and the shaft between them part of a damper.
-void markDamper(ModelBundle& model, const Member& first, const Member& second, ShaftType link,
-                ComponentType damper, std::int32_t id) {
+void markDamper(const ShaftsByNodes& shafts, ModelBundle& model, const Member& first,
+                const Member& second, ShaftType link, ComponentType damper, std::int32_t id) {
   for (const Member& member : {first, second}) {
     markInertia(model, member.node, member.type, damper, id);
   }
-  markShaft(model, GET_SHAFT_ISHAFTBYNODE(model.shaft, first.node, second.node), link, damper, id);
+  markShaft(model, shafts.between(first.node, second.node), link, damper, id);
 }
 
 /// Takes the next line as the path of a damper's table over frequency.
@@ -38,7 +38,7 @@ bool readViscousDamper(InputReader& in, ModelBundle& model, std::int32_t positio
     return false;
   }
   SET_VISCOUSDAMPER_ID(model.viscousDamper, position, id);
-  markDamper(model, {damper.CASINGNODE, MassType::viscousDamperCasing},
+  markDamper(in.state.shafts, model, {damper.CASINGNODE, MassType::viscousDamperCasing},
              {damper.RINGNODE, MassType::viscousDamperRing}, ShaftType::viscousDamperLink,
              ComponentType::viscousDamper, id);
   return !damper.ISCUSTOMDAMPING || readTablePath(in, damper.CUSTOMDAMPINGFILE);
@@ -53,7 +53,7 @@ bool readRubberDamper(InputReader& in, ModelBundle& model, std::int32_t position
     return false;
   }
   SET_RUBBERDAMPER_ID(model.rubberDamper, position, id);
-  markDamper(model, {damper.TURNINGMASSNODE, MassType::rubberDamperTurningMass},
+  markDamper(in.state.shafts, model, {damper.TURNINGMASSNODE, MassType::rubberDamperTurningMass},
              {damper.DRIVEPLATENODE, MassType::rubberDamperDrivePlate}, ShaftType::rubberDamperLink,
              ComponentType::rubberDamper, id);
   return true;
@@ -68,7 +68,8 @@ bool readSteelSpringDamper(InputReader& in, ModelBundle& model, std::int32_t pos
     return false;
   }
   SET_STEELSPRINGDAMPER_ID(model.steelSpringDamper, position, id);
-  markDamper(model, {damper.OUTERMEMBERNODE, MassType::steelSpringDamperOuterMember},
+  markDamper(in.state.shafts, model,
+             {damper.OUTERMEMBERNODE, MassType::steelSpringDamperOuterMember},
              {damper.INNERMEMBERNODE, MassType::steelSpringDamperInnerMember},
              ShaftType::steelSpringDamperLink, ComponentType::steelSpringDamper, id);
   return true;

@@ -14,9 +14,10 @@ bool needsLoadCaseColumns(std::int32_t calculationMode) {
 bool checkTables(ModelBundle& model, std::int32_t calculationMode) {
   CheckLog log;
   const ADJNODE graph(model.mass, model.shaft);
-  checkViscousDampers(model, graph, log);
-  checkRubberDampers(model, graph, log);
-  checkSteelSpringDampers(model, graph, log);
+  const ShaftsByNodes shafts(model.shaft);
+  checkViscousDampers(model, graph, shafts, log);
+  checkRubberDampers(model, graph, shafts, log);
+  checkSteelSpringDampers(model, graph, shafts, log);
   checkLinearCouplings(model, log);
   checkProgressiveCouplings(model, log);
   checkGeislingerCouplings(model, log);

@@ -1,6 +1,7 @@
 #include "InputAndChecking/DataFiles.h"
 
 #include "ComponentTables/PropellerFiles.h"
+#include "RunControl/Log.h"
 
 namespace verenwick {
 namespace {
@@ -11,7 +12,31 @@ bool needsHarmonicFile(const DIESEL_TABLE& table) {
          }) > 0;
 }
 
+/// Lines of all ice and entrained water files together; a line of ice takes some 170 bytes.
+constexpr std::int64_t kMostPropellerLines = 2'000'000;
+
+/// Whether the files of the propellers, as long as their counts make them, find room.
+bool canHold(const PROPELLER_TABLE& table) {
+  std::int64_t lines = 0;
+  for (std::int32_t p = 1; p <= table.number(); ++p) {
+    if (GET_PROPELLER_HASICEEXCITATION(table, p)) {
+      lines += GET_PROPELLER_NICEFOURIERORDERS(table, p);
+    }
+    if (GET_PROPELLER_ISVARIABLEENTRAINEDWATER(table, p)) {
+      lines += GET_PROPELLER_NLOADCASE(table, p);
+    }
+  }
+  if (lines > kMostPropellerLines) {
+    appendToLog("Error: The data files of the propellers have", lines, " lines, at most",
+                kMostPropellerLines, " can be read");
+  }
+  return lines <= kMostPropellerLines;
+}
+
 bool loadPropellerFiles(PROPELLER_TABLE& table) {
+  if (!canHold(table)) {
+    return false;
+  }
   bool isInputOk = true;
   for (std::int32_t p = 1; p <= table.number(); ++p) {
     if (GET_PROPELLER_HASICEEXCITATION(table, p)) {

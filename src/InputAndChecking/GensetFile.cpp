@@ -9,7 +9,7 @@ bool readGensetFile(ModelBundle& model) {
     return file.nextLine() || file.reportFailure();
   }
   // One record for each diesel in each load case; a host may not size them by counts alone.
-  constexpr std::int64_t kMostRecords = 10'000'000;
+  constexpr std::int64_t kMostRecords = 1'000'000;
   const std::int64_t records =
       std::int64_t{model.loadCaseSpeed.number()} * GET_DIESEL_NUMBER(model.diesel);
   if (records > kMostRecords) {
@@ -23,10 +23,12 @@ bool readGensetFile(ModelBundle& model) {
     }
     LOADCASEGENSET_RECORD& record = model.loadCaseGenset.at(position);
     FreeFormat line(file.line());
-    if (!integer(record.DIESELID).readFrom(line) || !bar(record.PRESSUREMAX).readFrom(line) ||
+    std::int32_t dieselId = 0;
+    if (!integer(dieselId).readFrom(line) || !bar(record.PRESSUREMAX).readFrom(line) ||
         !bar(record.PRESSURECOMP).readFrom(line)) {
       return file.reportFailure();
     }
+    SET_LOADCASEGENSET_DIESELID(model.loadCaseGenset, position, dieselId);
   }
   return true;
 }

@@ -15,6 +15,9 @@ constexpr std::string_view kLoadCaseKeyword = "LOADCASE";
 /// Sections of one file; their records take a few kilobytes each at the most.
 constexpr std::int64_t kMostSections = 400'000;
 
+/// Load cases of one file.
+constexpr std::int64_t kMostLoadCases = 1'000'000;
+
 std::string keywordOf(const std::string& line) {
   std::string word = line;
   STRINGFIRSTWORD(word);
@@ -120,6 +123,11 @@ bool readFile(const std::string& path, Log& log, ModelBundle& model, bool& wants
                " can be read");
     return false;
   }
+  if (counts.loadCaseLines > kMostLoadCases) {
+    log.record("Error: The input file has", counts.loadCaseLines, " lines behind LOADCASE, at most",
+               kMostLoadCases, " can be read");
+    return false;
+  }
   const std::int32_t components = sizeTables(counts, model);
   if (counts.hasLoadCases && components == 0) {
     log.record("Error occurs when reading loadcase settings data : No load setting defined");
@@ -128,6 +136,7 @@ bool readFile(const std::string& path, Log& log, ModelBundle& model, bool& wants
   InputReader in(path, log);
   // Two of the lines are the headers of the table.
   in.state.loadCases = counts.hasLoadCases ? counts.loadCaseLines - 2 : 0;
+  in.state.shafts = ShaftsByNodes(model.shaft);
   if (!fillTables(in, counts, model)) {
     return false;
   }

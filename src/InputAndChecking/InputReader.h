@@ -134,6 +134,7 @@ struct ReaderState {
   std::int32_t couplingDamping = 0;    ///< damping type of the last Geislinger coupling
   std::int32_t couplingOilSupply = 0;  ///< oil supply type of the last Geislinger coupling
   std::int32_t couplingDesign = 0;     ///< design type of the last Geislinger coupling
+  ShaftsByNodes shafts;                ///< those whose line isn't read yet join 0 and 0
 };
 
 /// The input file as its sections see it: they take the values of one line after the other. Writes

@@ -92,6 +92,7 @@ void checkLoadCaseSpeeds(const ModelBundle& model, CheckLog& log) {
 }
 
 void checkGensetPressures(const ModelBundle& model, CheckLog& log) {
+  std::int32_t warnings = 0;
   for (std::int32_t d = 1; d <= model.diesel.number(); ++d) {
     const DIESEL_RECORD& engine = model.diesel.at(d);
     const std::int32_t id = model.diesel.id(d);
@@ -99,6 +100,10 @@ void checkGensetPressures(const ModelBundle& model, CheckLog& log) {
     for (std::int32_t i = 1; takesPressures && i <= model.loadCaseSpeed.number(); ++i) {
       if (GET_LOADCASEGENSET_PRESSUREMAX(model.loadCaseGenset, id, i) <= 0.0) {
         log.warning("Diesel", id, " has no pressures of load case", i, " in Genset.txt");
+        if (++warnings == kMostMessages) {
+          log.warning("More may be missing in Genset.txt");
+          return;
+        }
       }
     }
   }

@@ -29,6 +29,7 @@ bool readShaft(InputReader& in, ModelBundle& model, std::int32_t position) {
     return false;
   }
   SET_SHAFT_ID(model.shaft, position, id);
+  in.state.shafts.set(position, shaft.ORGNODE, shaft.DESNODE);
   if (shaftTypeFlag == 1 && componentIdFlag > 0) {
     markShaft(model, position, ShaftType::crankThrow, ComponentType::diesel, componentIdFlag);
   } else {

@@ -9,9 +9,6 @@
 namespace verenwick {
 namespace {
 
-/// Largest order of the dense eigenproblem: three arrays of this order squared take 600 MB.
-constexpr std::int32_t kLargestFreeOrder = 5000;
-
 /// Damping of one inertia to ground: by the engine's formula, absolute, or by magnifier.
 void addMassDamping(const ModelBundle& model, std::int32_t row, double excitationOrder,
                     ShaftLineMatrices& system) {
@@ -227,10 +224,10 @@ void BUILDMASSSTIFFNESSANDDAMPINGMATRIX(bool IsFreeVibration, const ModelBundle&
   if (system.N < 1) {
     throw RunStopped("** The model has no inertia to calculate with");
   }
-  if (IsFreeVibration && system.N > kLargestFreeOrder) {
+  if (IsFreeVibration && system.N > kLargestOrder) {
     throw RunStopped("** " + std::to_string(system.N) +
                      " inertias are too many for the free vibration calculation, at most " +
-                     std::to_string(kLargestFreeOrder));
+                     std::to_string(kLargestOrder));
   }
   BUILDMASSANDMASSDAMPINGMATRIX(IsFreeVibration, model, excitationOrder, system);
   BUILDSTIFFNESSANDSTIFFNESSDAMPINGMATRIX(IsFreeVibration, model, excitationOrder, system);

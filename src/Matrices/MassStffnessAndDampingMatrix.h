@@ -8,6 +8,10 @@
 /// From the component tables to the arrays that the solvers work on.
 namespace verenwick {
 
+/// Largest order of the free problem, where three arrays of this order squared take 600 MB, and of
+/// the forced one, whose complex matrix takes 400 MB.
+inline constexpr std::int32_t kLargestOrder = 5000;
+
 /// The assembled system, referred to the reference speed: inertia, stiffness and damping are
 /// multiplied by the square of the row's RPMRATIO. The coordinate arrays hold the diagonal first,
 /// entry i at (i, i), then two entries a shaft, (origin, destination) and its transpose.
