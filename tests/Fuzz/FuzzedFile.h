@@ -12,7 +12,7 @@
 namespace verenwick::fuzz {
 
 /// Puts the fuzzer's bytes into a file of this process's own directory, which is the result
-/// directory too, and gives the file's path.
+/// directory too, and gives the file's path. The log of the input before is removed.
 inline std::string fuzzedFile(const std::uint8_t* data, std::size_t size,
                               const std::string& name = "fuzzed.txt") {
   static const std::string directory = [] {
@@ -23,6 +23,7 @@ inline std::string fuzzedFile(const std::uint8_t* data, std::size_t size,
   }();
   std::string resultDirectory = directory;
   SETRESULTFILEDIR(resultDirectory, static_cast<std::int32_t>(resultDirectory.size()));
+  std::filesystem::remove(directory + "/Verenwick.log");
   const std::string path = directory + "/" + name;
   std::ofstream(path, std::ios::binary)
       .write(reinterpret_cast<const char*>(data), static_cast<std::streamsize>(size));
