@@ -65,7 +65,7 @@ std::string chain(std::int64_t inertias, std::int64_t engines, std::int64_t moto
 void Growth(benchmark::State& state) {
   const PlantDirectory plant(
       chain(state.range(0), state.range(1), state.range(2), state.range(3), state.range(4)));
-  for (auto _ : state) {
+  while (state.KeepRunning()) {
     if (!plant.run()) {
       state.SkipWithError("the plant was not accepted");
       break;
