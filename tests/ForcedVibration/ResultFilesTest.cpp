@@ -34,8 +34,8 @@ TEST(ForcedResultFiles, LoadCasesFollowEachOtherAndTheirSourcesToo) {
   }
   // The second propeller, in open water, has no orders in ice.
   const auto torque = both.records("PropellerTorque.bin");
-  constexpr std::size_t kSource = 16 * 21 * 4;
-  ASSERT_EQ(torque.size(), 2 * 2 * kSource);
+  constexpr std::size_t kSource = std::size_t{16} * 21 * 4;
+  ASSERT_EQ(torque.size(), 4 * kSource);
   EXPECT_NE(torque[kSource - 4], 0.0);
   EXPECT_EQ(torque[kSource], 0.0);
 }
