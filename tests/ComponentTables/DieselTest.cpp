@@ -40,7 +40,7 @@ struct Engine : test::ReadModel {
   /// A row's torque without that of the mass.
   Coefficients gas(std::int32_t row) {
     const double mass = std::exchange(record().RECIPMASS, 0.0);
-    const Coefficients coefficients = torque(row);
+    Coefficients coefficients = torque(row);
     record().RECIPMASS = mass;
     return coefficients;
   }

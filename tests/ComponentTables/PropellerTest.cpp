@@ -153,8 +153,8 @@ TEST_F(Propeller, IceFileFillsTheTableOrNamesTheLineThatBreaks) {
   whole[9 - 1] = "0 1000.0 2000.0 3000.0";
   for (std::size_t o = 1; o <= 4; ++o) {
     const std::string order = std::to_string(o);
-    whole[13 + o - 1] = "9" + order + " 1" + order + ".5 2" + order + ".5";
-    whole[21 + o - 1] = order + " -1" + order + ".25 -2" + order + ".25";
+    whole[13 + o - 1] = test::replaced("9# 1#.5 2#.5", "#", order);
+    whole[21 + o - 1] = test::replaced("# -1#.25 -2#.25", "#", order);
   }
   p.NBLADE = 1;
   p.NSPEEDRATIO = 2;
