@@ -1,13 +1,10 @@
 #include "host/Report.h"
 
-#include <fmt/format.h>
-
-#include <fstream>
-#include <stdexcept>
 #include <string>
 
 #include "host/ReportData.h"
 #include "host/ReportPage.h"
+#include "host/WholeFile.h"
 
 namespace verenwick::host {
 namespace {
@@ -34,12 +31,11 @@ void writeReport(const std::filesystem::path& input, const results::ResultDirect
   const std::string data = scriptText(reportData(input, directory));
   const std::string_view page = reportPage();
   const std::size_t marker = page.find(kDataMarker);
-  std::ofstream stream(output, std::ios::binary);
-  stream << page.substr(0, marker) << data << page.substr(marker + kDataMarker.size());
-  stream.close();
-  if (!stream) {
-    throw std::runtime_error(fmt::format("{} can't be written", output.string()));
-  }
+  WholeFile file(output);
+  file.write(page.substr(0, marker));
+  file.write(data);
+  file.write(page.substr(marker + kDataMarker.size()));
+  file.finish();
 }
 
 }  // namespace verenwick::host

@@ -1,15 +1,28 @@
-#include <fmt/format.h>
-
 #include <CLI/CLI.hpp>
 #include <cstdio>
 #include <exception>
+#include <new>
+#include <stdexcept>
 
 #include "host/Commands.h"
+#include "host/Ending.h"
+
+namespace {
+
+/// Words on standard error; takes no memory.
+void say(const char* words) {
+  std::fputs("verenwick: ", stderr);
+  std::fputs(words, stderr);
+  std::fputs("\n", stderr);
+}
+
+}  // namespace
 
 int main(int argc, char** argv) {
   constexpr int kFailed = 1;
   constexpr int kWrongUsage = 2;
   int status = 0;
+  verenwick::host::prepareEnding();
   try {
     CLI::App program("Torsional vibration of shaft lines", "verenwick");
     program.require_subcommand(1);
@@ -28,10 +41,13 @@ int main(int argc, char** argv) {
       throw std::runtime_error("the output can't be written");
     }
   } catch (const verenwick::host::UsageError& error) {
-    std::fputs(fmt::format("verenwick: {}\n", error.what()).c_str(), stderr);
+    say(error.what());
     return kWrongUsage;
+  } catch (const std::bad_alloc&) {
+    say("the memory is exhausted");
+    return kFailed;
   } catch (const std::exception& error) {
-    std::fputs(fmt::format("verenwick: {}\n", error.what()).c_str(), stderr);
+    say(error.what());
     return kFailed;
   }
   return status;
