@@ -30,7 +30,8 @@ double propellerRatio(const ModelBundle& model, std::int32_t propeller) {
 }  // namespace
 
 std::optional<PhaseTable> propellerPhases(const FamilyResults& propeller) {
-  const double BASE = *std::min_element(propeller.OMEGA.begin(), propeller.OMEGA.end());
+  const double smallest = *std::min_element(propeller.OMEGA.begin(), propeller.OMEGA.end());
+  const double BASE = smallest > 0.0 ? smallest : slowest(propeller.OMEGA);
   return BASE != 0.0 ? std::optional(PhaseTable(Family::propeller, propeller, BASE)) : std::nullopt;
 }
 

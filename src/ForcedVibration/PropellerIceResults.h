@@ -13,7 +13,7 @@
 /// What a line with a propeller in ice gets beside the usual results.
 namespace verenwick {
 
-/// The phases of the propellers over one turn of the slowest; none if that stands still.
+/// The phases of the propellers over one turn of the slowest that turns; none if all stand still.
 std::optional<PhaseTable> propellerPhases(const FamilyResults& propeller);
 
 /// Amplitude at every point of what the propellers alone cause: half the peak-to-peak range of

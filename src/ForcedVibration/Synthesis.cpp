@@ -75,7 +75,25 @@ double baseFrequency(const LoadCaseResults& results) {
       isFirst = false;
     }
   }
-  return base;
+  if (base > 0.0) {
+    return base;
+  }
+  // One source at rest hides those of its family, or an engine or propeller at rest all others.
+  std::vector<double> all;
+  for (const FamilyResults& family : results) {
+    all.insert(all.end(), family.OMEGA.begin(), family.OMEGA.end());
+  }
+  return slowest(all);
+}
+
+double slowest(std::span<const double> OMEGA) {
+  double slowest = 0.0;
+  for (const double first : OMEGA) {
+    if (first != 0.0 && (slowest == 0.0 || std::fabs(first) < std::fabs(slowest))) {
+      slowest = first;
+    }
+  }
+  return slowest;
 }
 
 PhaseTable::PhaseTable(const LoadCaseResults& results, double BASE) {

@@ -14,8 +14,13 @@ namespace verenwick {
 inline constexpr std::size_t kAngleSteps = static_cast<std::size_t>(results::kAngleSteps);
 
 /// The base frequency of a load case, rad/s: the smallest first order of all sources. A family of
-/// machines with a source that did not run is left out; 0 if no source ran.
+/// machines with a source that did not run is left out. Where this leaves no base above 0, it is
+/// that of the slowest source that ran; 0 if none ran.
 double baseFrequency(const LoadCaseResults& results);
+
+/// The first order nearest to 0 of the sources that ran, rad/s, below 0 for one that turns
+/// backwards; 0 if none ran.
+double slowest(std::span<const double> OMEGA);
 
 /// Cosines and sines of all orders and angle steps of a load case, made once and shared by all
 /// points and quantities, and by all sources of equal first order.

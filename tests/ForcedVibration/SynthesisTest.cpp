@@ -40,7 +40,7 @@ struct Plant {
   }
 };
 
-TEST(Synthesis, BaseFrequencyIsTheSmallestFirstOrderOfTheFamiliesThatRan) {
+TEST(Synthesis, BaseFrequencyIsTheSmallestFirstOrderOfTheFamiliesThatRanOrOfAnySourceThatRan) {
   using Speeds = std::vector<double>;
   struct Case {
     const char* name;
@@ -51,7 +51,10 @@ TEST(Synthesis, BaseFrequencyIsTheSmallestFirstOrderOfTheFamiliesThatRan) {
            Case{"none", {}, 0.0},
            {"two diesels", {Speeds{30, 20}}, 20},
            {"a propeller below the diesel", {Speeds{30}, {12}}, 12},
-           {"a diesel at standstill counts", {Speeds{0}, {12}}, 0},
+           {"a diesel at standstill beside two propellers", {Speeds{0}, {12, 9}}, 9},
+           {"generators of which one ran", {Speeds{}, {}, {0, 7}}, 7},
+           {"a diesel at standstill, generators of which one ran", {Speeds{0}, {}, {7, 0, 6}}, 6},
+           {"backwards", {Speeds{-20}, {-30}}, -20},
            {"a generator that did not run takes its family out", {Speeds{30}, {}, {7, 0}}, 30},
            {"a motor below all", {Speeds{30}, {}, {0}, {}, {}, {11}}, 11},
            {"pumps", {Speeds{}, {}, {}, {9}, {8}}, 8},
