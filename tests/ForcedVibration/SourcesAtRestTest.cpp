@@ -22,7 +22,8 @@ const std::string kLine =
     "INERTIA 1 1.0 10.0 1.0 0.0\nINERTIA 2 1.0 4.1 3.0 0.0\nINERTIA 3 1.0 7.3 2.0 0.0\n"
     "INERTIA 4 2.0 0.7 0.1 0.0\nINERTIA 5 1.0 2.3 0.4 0.0\n"
     "SHAFT 1 1 2 1.0 91234.5 30.0 0.0 80.0 0.0 0 0\nSHAFT 2 2 3 1.0 70123.4 30.0 0.0 80.0 0.0 0 0\n"
-    "SHAFT 3 2 4 1.0 60123.4 10.0 0.0 80.0 0.0 0 0\nSHAFT 4 2 5 1.0 50123.4 10.0 0.0 80.0 0.0 0 0\n";
+    "SHAFT 3 2 4 1.0 60123.4 10.0 0.0 80.0 0.0 0 0\nSHAFT 4 2 5 1.0 50123.4 10.0 0.0 80.0 0.0 0 "
+    "0\n";
 
 /// A machine with the orders 2 and 5, or without any.
 std::string machine(const std::string& kind, int id, int node, int orders, double constantRpm = 0) {
@@ -148,9 +149,8 @@ TEST(SourcesAtRest, WhatOnePropellerCausesInIceIsKnownWhileTheOtherHasNoColumn) 
   const std::string ice = "PROPELLERICE 2\n0\n@DIR@/ice.txt\n";
   SolverRun run;
   std::filesystem::copy(kEveryKind / "ice.txt", run.directory().path());
-  run.start(kLine + propeller(1, 3) + propeller(2, 4) + ice +
-                "LOADCASE\nRPM 2\nPROPELLER\n300 90\n",
-            7);
+  run.start(
+      kLine + propeller(1, 3) + propeller(2, 4) + ice + "LOADCASE\nRPM 2\nPROPELLER\n300 90\n", 7);
   ASSERT_EQ(run.status(), 1) << run.log();
   const std::vector<Ran> ran = {{"Propeller", 16, {0, 2 * 300 * kRpm}}};
   for (const auto& [total, own, points] :
