@@ -8,6 +8,7 @@
 #include <stdexcept>
 
 #include "host/Commands.h"
+#include "host/GivenPaths.h"
 #include "host/Units.h"
 #include "verenwick.h"
 
@@ -61,6 +62,14 @@ EngineData::EngineData(CLI::App& command) : command_(command) {
 }
 
 void EngineData::readFile() {
+  constexpr std::uintmax_t kLargestFile = 1 << 16;  // far beyond a line a quantity
+  checkReadable(file_);
+  if (std::filesystem::file_size(file_) > kLargestFile) {
+    throw std::runtime_error(
+        fmt::format("{} is larger than the {} bytes that are read of a file "
+                    "of options",
+                    file_, kLargestFile));
+  }
   for (const CLI::ConfigItem& item : CLI::ConfigINI().from_file(file_)) {
     CLI::Option* option = command_.get_option_no_throw(fmt::format("--{}", item.name));
     if (option == nullptr || !item.parents.empty()) {

@@ -6,6 +6,7 @@
 
 #include "host/Commands.h"
 #include "host/Export.h"
+#include "host/GivenPaths.h"
 #include "host/Readings.h"
 
 namespace verenwick::host {
@@ -32,12 +33,16 @@ int exportResults(const ExportOptions& options) {
   }
   Names names;
   if (!options.input.empty()) {
+    checkReadable(options.input);
     names = readLineOf(directory, options.input);
   }
   const std::filesystem::path whole = std::filesystem::absolute(options.results) / "";
   const std::string output =
       options.output.empty() ? whole.parent_path().filename().string() + endings.at(options.format)
                              : options.output;
+  if (options.format != "csv") {
+    checkTarget(output);
+  }
   formats.at(options.format)(directory, names, output);
   return 0;
 }

@@ -2,6 +2,7 @@
 #include <string>
 
 #include "host/Commands.h"
+#include "host/GivenPaths.h"
 #include "host/Report.h"
 
 namespace verenwick::host {
@@ -23,6 +24,8 @@ void addReportCommand(CLI::App& program, int& status) {
   command->add_option("RESULTS", options->results, "Result directory of the run")->required();
   command->add_option("-o,--output", options->output, "The page (report.html)");
   command->callback([options, &status] {
+    checkReadable(options->input);
+    checkTarget(options->output);
     writeReport(options->input, results::ResultDirectory(options->results), options->output);
     status = 0;
   });

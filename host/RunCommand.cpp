@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "host/Commands.h"
+#include "host/GivenPaths.h"
 #include "host/Report.h"
 #include "host/Run.h"
 #include "host/RunMany.h"
@@ -39,6 +40,11 @@ int runOne(const RunOptions& options) {
   const fs::path input = fs::absolute(options.inputs.front());
   const fs::path path = fs::absolute(options.results.empty() ? "results-of-" + input.stem().string()
                                                              : options.results);
+  checkInput(input);
+  checkResultDirectory(path);
+  if (options.report) {
+    checkTarget(path / kReportName);
+  }
   const Steps steps = stepsOf(options.mode);
   const RunOutcome outcome = runSolver(input, path, options.mode);
   if (!options.quiet || !outcome.accepted) {
