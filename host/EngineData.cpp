@@ -9,39 +9,44 @@
 
 #include "host/Commands.h"
 #include "host/GivenPaths.h"
+#include "host/OptionChecks.h"
 #include "host/Units.h"
 #include "verenwick.h"
 
 namespace verenwick::host {
 namespace {
 
+/// Of a four-stroke cycle; from half its points on a harmonic can't be told from a lower one.
+constexpr int kMostHarmonics = 359;
+
 struct Description {
   const char* name;
+  const char* unitName;
   const char* help;
   double unit;  ///< in SI units
 };
 
 constexpr std::array<Description, kEngineQuantities> kDescriptions{{
-    {"bore", "mm", kMilli},
-    {"stroke", "mm", kMilli},
-    {"conrod-ratio", "Crank radius divided by rod length", 1},
-    {"compression-ratio", "Compression ratio", 1},
-    {"rated-power", "kW of the cylinder", kKilo},
-    {"rated-speed", "rpm", 1},
-    {"power", "kW of the cylinder; rated if not given", kKilo},
-    {"speed", "rpm; rated if not given", 1},
-    {"inlet-pressure", "Rated, bar absolute", kBar},
-    {"charge-temperature", "Charge air, degrees Celsius", 1},
-    {"peak-pressure", "Rated, bar above 1 bar", kBar},
-    {"compression-pressure", "Rated, bar above 1 bar", kBar},
-    {"heat-share", "Share of the heat that becomes work, %", 1e-2},
-    {"mechanical-efficiency", "%", 1e-2},
-    {"form-factor", "Of the heat release, where the search begins", 1},
-    {"ignition", "Start of combustion, degrees after top dead centre", 1},
-    {"end-of-combustion", "Degrees after top dead centre", 1},
-    {"exhaust-start", "Exhaust opening, degrees after top dead centre", 1},
-    {"inlet-start", "Inlet opening, degrees after top dead centre (two-stroke)", 1},
-    {"inlet-close", "Inlet closing, degrees, more than 180 (two-stroke)", 1},
+    {"bore", "MM", "Diameter of the cylinder", kMilli},
+    {"stroke", "MM", "Stroke of the piston", kMilli},
+    {"conrod-ratio", "RATIO", "Crank radius divided by rod length", 1},
+    {"compression-ratio", "RATIO", "Compression ratio", 1},
+    {"rated-power", "KW", "Rated power of the cylinder", kKilo},
+    {"rated-speed", "RPM", "Rated speed", 1},
+    {"power", "KW", "Power of the cylinder; rated if not given", kKilo},
+    {"speed", "RPM", "Speed; rated if not given", 1},
+    {"inlet-pressure", "BAR", "Rated charge air pressure, absolute", kBar},
+    {"charge-temperature", "CELSIUS", "Temperature of the charge air", 1},
+    {"peak-pressure", "BAR", "Rated peak pressure, above 1 bar", kBar},
+    {"compression-pressure", "BAR", "Rated compression pressure, above 1 bar", kBar},
+    {"heat-share", "PERCENT", "Share of the heat that becomes work", 1e-2},
+    {"mechanical-efficiency", "PERCENT", "Mechanical efficiency", 1e-2},
+    {"form-factor", "FACTOR", "Of the heat release, where the search begins", 1},
+    {"ignition", "DEGREES", "Start of combustion, after top dead centre", 1},
+    {"end-of-combustion", "DEGREES", "End of combustion, after top dead centre", 1},
+    {"exhaust-start", "DEGREES", "Exhaust opening, after top dead centre", 1},
+    {"inlet-start", "DEGREES", "Inlet opening, after top dead centre (two-stroke)", 1},
+    {"inlet-close", "DEGREES", "Inlet closing, more than 180 (two-stroke)", 1},
 }};
 
 }  // namespace
@@ -49,15 +54,20 @@ constexpr std::array<Description, kEngineQuantities> kDescriptions{{
 EngineData::EngineData(CLI::App& command) : command_(command) {
   command.add_option("--engine", file_, "File of lines \"name = value\", named as the options")
       ->type_name("FILE");
-  command.add_option("--strokes", strokes_, "2 or 4");
+  command.add_option("--strokes", strokes_, "Strokes of a cycle")
+      ->check(oneOf({"2", "4"}))
+      ->type_name("2|4");
   command.add_flag("--misfire", misfires_, "Compression and expansion only");
   command
       .add_option("--harmonics", harmonics_,
                   "Print so many harmonics of the tangential curve instead")
-      ->check(CLI::PositiveNumber);
+      ->check(wholeNumber(1, kMostHarmonics))
+      ->type_name("N");
   for (std::size_t i = 0; i < kEngineQuantities; ++i) {
-    command.add_option(fmt::format("--{}", kDescriptions[i].name), given_[i],
-                       kDescriptions[i].help);
+    command
+        .add_option(fmt::format("--{}", kDescriptions[i].name), given_[i], kDescriptions[i].help)
+        ->check(finiteNumber())
+        ->type_name(kDescriptions[i].unitName);
   }
 }
 

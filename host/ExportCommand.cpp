@@ -7,6 +7,7 @@
 #include "host/Commands.h"
 #include "host/Export.h"
 #include "host/GivenPaths.h"
+#include "host/OptionChecks.h"
 #include "host/Readings.h"
 
 namespace verenwick::host {
@@ -53,15 +54,23 @@ void addExportCommand(CLI::App& program, int& status) {
   CLI::App* command =
       program.add_subcommand("export", "Write all results in the format of another program");
   const auto options = std::make_shared<ExportOptions>();
-  command->add_option("RESULTS", options->results, "Result directory")->required();
-  command->add_option("--format", options->format, "csv (a directory of files), xlsx or hdf5")
+  command->add_option("RESULTS", options->results, "Result directory")
       ->required()
-      ->check(CLI::IsMember({"csv", "xlsx", "hdf5"}));
-  command->add_option("-o,--output", options->output,
-                      "File or directory (RESULTS-csv, RESULTS.xlsx or RESULTS.h5 in the current "
-                      "directory)");
-  command->add_option("--input", options->input,
-                      "Input file of the run: ids, speeds and orders in place of numbers");
+      ->type_name("DIRECTORY");
+  command->add_option("--format", options->format, "csv is a directory of files")
+      ->required()
+      ->check(oneOf({"csv", "xlsx", "hdf5"}))
+      ->type_name("csv|xlsx|hdf5");
+  command
+      ->add_option("-o,--output", options->output,
+                   "File or directory; RESULTS-csv, RESULTS.xlsx or RESULTS.h5 in the current "
+                   "directory if not given")
+      ->type_name("FILE");
+  command
+      ->add_option("--input", options->input,
+                   "Input file of the run: ids, speeds and orders in place of numbers")
+      ->type_name("FILE");
+  command->footer("Example:\n  verenwick export plant --format xlsx --input plant.txt");
   command->callback([options, &status] { status = exportResults(*options); });
 }
 

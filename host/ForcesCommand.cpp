@@ -10,6 +10,7 @@
 
 #include "host/Commands.h"
 #include "host/EngineData.h"
+#include "host/OptionChecks.h"
 #include "host/Units.h"
 #include "verenwick.h"
 
@@ -83,11 +84,15 @@ void addForcesCommand(CLI::App& program, int& status) {
   CLI::App* command =
       program.add_subcommand("forces", "Print the forces on the crank pin of a cylinder as CSV");
   const auto options = std::make_shared<ForcesOptions>(*command);
-  command->add_option("--recip-mass", options->recipMass, "Reciprocating mass, kg");
-  command->add_option("--rotating-mass", options->rotatingMass,
-                      "Rotating mass of the connecting rod, kg; 0 if not given");
-  command->add_option("--reference-pressure", options->referencePressure,
-                      "On the other side of the piston, bar absolute; 1 if not given");
+  const auto addNumber = [command](const char* name, auto& value, const char* unit,
+                                   const char* help) {
+    command->add_option(name, value, help)->check(finiteNumber())->type_name(unit);
+  };
+  addNumber("--recip-mass", options->recipMass, "KG", "Reciprocating mass");
+  addNumber("--rotating-mass", options->rotatingMass, "KG",
+            "Rotating mass of the connecting rod; 0 if not given");
+  addNumber("--reference-pressure", options->referencePressure, "BAR",
+            "On the other side of the piston, absolute; 1 if not given");
   command->callback([options, &status] {
     printForces(*options);
     status = 0;

@@ -20,9 +20,17 @@ void addReportCommand(CLI::App& program, int& status) {
   CLI::App* command =
       program.add_subcommand("report", "Write a run as one page with tables and plots");
   const auto options = std::make_shared<ReportOptions>();
-  command->add_option("INPUT", options->input, "Input file of the run")->required();
-  command->add_option("RESULTS", options->results, "Result directory of the run")->required();
-  command->add_option("-o,--output", options->output, "The page (report.html)");
+  command->add_option("INPUT", options->input, "Input file of the run")
+      ->required()
+      ->type_name("FILE");
+  command->add_option("RESULTS", options->results, "Result directory of the run")
+      ->required()
+      ->type_name("DIRECTORY");
+  command
+      ->add_option("-o,--output", options->output,
+                   "The page; report.html in the current directory if not given")
+      ->type_name("FILE");
+  command->footer("Example:\n  verenwick report plant.txt plant -o plant.html");
   command->callback([options, &status] {
     checkReadable(options->input);
     checkTarget(options->output);

@@ -1,15 +1,25 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <filesystem>
 #include <string>
+#include <string_view>
+#include <utility>
 
 namespace verenwick::host {
 
-inline constexpr std::int32_t kModeReport = 0;
+inline constexpr std::int32_t kModeDescribe = 0;
 inline constexpr std::int32_t kModeFree = 1;
 inline constexpr std::int32_t kModeForced = 2;
 inline constexpr std::int32_t kModeBoth = 3;
+
+/// The words for the run modes.
+inline constexpr std::array<std::pair<std::string_view, std::int32_t>, 4> kModeNames = {
+    {{"describe", kModeDescribe},
+     {"free", kModeFree},
+     {"forced", kModeForced},
+     {"both", kModeBoth}}};
 
 /// What a run calculates.
 struct Steps {
@@ -19,7 +29,7 @@ struct Steps {
 
 /// What a run mode calculates.
 constexpr Steps stepsOf(std::int32_t mode) {
-  return {mode != kModeReport && mode != kModeForced, mode != kModeReport && mode != kModeFree};
+  return {mode != kModeDescribe && mode != kModeForced, mode != kModeDescribe && mode != kModeFree};
 }
 
 /// What the log says of a run.

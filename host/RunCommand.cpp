@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <filesystem>
-#include <map>
+#include <limits>
 #include <memory>
 #include <set>
 #include <stdexcept>
@@ -14,6 +14,7 @@
 
 #include "host/Commands.h"
 #include "host/GivenPaths.h"
+#include "host/OptionChecks.h"
 #include "host/Report.h"
 #include "host/Run.h"
 #include "host/RunMany.h"
@@ -24,6 +25,9 @@ namespace verenwick::host {
 namespace {
 
 namespace fs = std::filesystem;
+
+/// More processes than this at a time help no machine.
+constexpr unsigned kMostJobs = 1000;
 
 struct RunOptions {
   std::vector<std::string> inputs;
@@ -111,29 +115,67 @@ int run(const RunOptions& options) {
   return runMany(runs, {options.mode, options.jobs, options.report, options.json, options.quiet});
 }
 
+/// Takes a mode by its name. The numbers of the C interface and "report", the earlier name of
+/// "describe", are taken too.
+CLI::Validator modeByName() {
+  return {[](std::string& word) -> std::string {
+            std::vector<std::string> names;
+            for (const auto& [name, mode] : kModeNames) {
+              names.emplace_back(name);
+              if (CLI::detail::to_lower(word) == name) {
+                word = std::to_string(mode);
+                return "";
+              }
+            }
+            if (word == "report") {
+              word = std::to_string(kModeDescribe);
+              return "";
+            }
+            std::string number = word;
+            if (wholeNumber(std::numeric_limits<std::int32_t>::min(),
+                            std::numeric_limits<std::int32_t>::max())(number)
+                    .empty()) {
+              word = number;
+              return "";
+            }
+            const std::string near = didYouMean(word, names);
+            return fmt::format("\"{}\" is no mode{}", word,
+                               near.empty() ? "; the modes are " + listed(names) : near);
+          },
+          ""};
+}
+
 }  // namespace
 
 void addRunCommand(CLI::App& program, int& status) {
   CLI::App* command = program.add_subcommand("run", "Calculate shaft lines");
   const auto options = std::make_shared<RunOptions>();
-  command->add_option("INPUT", options->inputs, "Input file; several run side by side")->required();
-  command->add_option("--results", options->results,
-                      "Directory for the result files, made if it isn't there\n"
-                      "(results-of-INPUT in the current directory); with several\n"
-                      "inputs a directory for their directories");
+  command->add_option("INPUT", options->inputs, "Input file; several run side by side")
+      ->required()
+      ->type_name("FILE");
+  command
+      ->add_option("--results", options->results,
+                   "Directory for the result files, made if it isn't there; with several inputs a "
+                   "directory for their directories. Without it results-of-INPUT in the current "
+                   "directory")
+      ->type_name("DIRECTORY");
   command
       ->add_option("--mode", options->mode,
-                   "report, free, forced, both, or the number of a run mode (both)")
-      ->transform(CLI::Transformer(std::map<std::string, std::int32_t>{{"report", kModeReport},
-                                                                       {"free", kModeFree},
-                                                                       {"forced", kModeForced},
-                                                                       {"both", kModeBoth}}));
-  command->add_option("--jobs", options->jobs, "Inputs that run at the same time (all processors)")
-      ->check(CLI::PositiveNumber);
+                   "What to calculate: describe checks the plant and counts its parts, free finds "
+                   "the natural frequencies, forced the response in the load cases; both if not "
+                   "given")
+      ->transform(modeByName())
+      ->type_name("describe|free|forced|both");
+  command
+      ->add_option("--jobs", options->jobs,
+                   "Inputs that run at the same time; as many as there are processors if not given")
+      ->check(wholeNumber(1, kMostJobs))
+      ->type_name("N");
   command->add_flag("--report", options->report,
                     "Write the report of a run, report.html, into its result directory");
   command->add_flag("--json", options->json, "Print the summary as a JSON document");
   command->add_flag("--quiet", options->quiet, "Print nothing but what went wrong");
+  command->footer("Example:\n  verenwick run plant.txt --results plant --report");
   command->callback([options, &status] { status = run(*options); });
 }
 

@@ -4,6 +4,7 @@
 #include <new>
 #include <stdexcept>
 
+#include "host/CommandLine.h"
 #include "host/Commands.h"
 #include "host/Ending.h"
 
@@ -26,16 +27,26 @@ int main(int argc, char** argv) {
   try {
     CLI::App program("Torsional vibration of shaft lines", "verenwick");
     program.require_subcommand(1);
+    program.set_help_flag("-h,--help", "Print this help and exit");
+    program.set_version_flag("--version", "verenwick " VERENWICK_VERSION,
+                             "Print the version and exit");
     verenwick::host::addRunCommand(program, status);
     verenwick::host::addShowCommand(program, status);
     verenwick::host::addReportCommand(program, status);
     verenwick::host::addExportCommand(program, status);
     verenwick::host::addPressureCommand(program, status);
     verenwick::host::addForcesCommand(program, status);
+    verenwick::host::formatHelp(program);
     try {
       program.parse(argc, argv);
+    } catch (const CLI::Success& request) {
+      program.exit(request);
     } catch (const CLI::ParseError& error) {
-      return program.exit(error) == 0 ? 0 : kWrongUsage;
+      const auto used = program.get_subcommands();
+      const std::string command = used.empty() ? "" : " " + used.front()->get_name();
+      throw verenwick::host::UsageError(
+          fmt::format("{}\n(verenwick{} --help tells more)",
+                      verenwick::host::wordsOfWrongUsage(program, error), command));
     }
     if (std::fflush(stdout) != 0) {
       throw std::runtime_error("the output can't be written");
