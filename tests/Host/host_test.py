@@ -35,7 +35,7 @@ class Run(HostTest):
     def test_wrong_usage_is_2(self):
         self.run_plant(TWO, "--mode", "free", "--results", "of")
         for words in ("", "walk", "run", "run plant.txt --loud", "run plant.txt --mode 1.5",
-                      "run plant.txt --mode 99999999999", "show of", "show of Torques",
+                      "run plant.txt --mode 99999999999", "show of Torques",
                       "show of NaturalFrequency --point 1", "show of NaturalFrequency --mode 3",
                       "show of NaturalFrequency --mode 0", "show of RelativeTorque --mode one"):
             done = self.call(*words.split(), status=2)
@@ -80,9 +80,6 @@ class Run(HostTest):
         self.assertIn("in input file line 2", log)
         self.assertIn(log, done.stderr)
         self.assertEqual(done.stdout, "")
-        done = self.call("run", "missing.txt", "--results", "deep/er", status=1)
-        self.assertIn("error occurs when accessing the input file", done.stderr)
-        self.assertTrue((self.here / "deep/er/Verenwick.log").is_file())
 
     def test_a_stopped_calculation_is_1(self):
         # At standstill nothing holds the line: its matrix is singular.
@@ -102,29 +99,29 @@ class Run(HostTest):
         self.assertEqual(sorted(os.listdir(results)), ["Genset.txt", "Verenwick.log", "notes.txt"])
         # A report takes nothing away from the free vibration.
         self.run_plant(TWO, "--mode", "free")
-        self.run_plant(TWO, "--mode", "report")
+        self.run_plant(TWO, "--mode", "describe")
         self.assertEqual(len(records(results / "NaturalFrequency.bin")), 2)
         (self.here / "blocked/Verenwick.log/inside").mkdir(parents=True)
-        for name, words in (("plant.txt", "can't be made"), ("blocked", "can't be removed"),
-                            ("/".join(["d" * 200] * 6), "no log")):
+        for name, words in (("plant.txt", "can't be made"), ("blocked", "is a directory"),
+                            ("/".join(["d" * 200] * 6), "are the most")):
             self.assertIn(words, self.run_plant(TWO, "--results", name, status=1).stderr)
 
     def test_genset_file_beside_the_input_is_the_one_that_counts(self):
         mine = self.here / "Genset.txt"
         mine.write_text("1 100 90\n")
         for directory in ("fresh", "fresh", "."):
-            self.run_plant(TWO, "--mode", "report", "--results", directory)
+            self.run_plant(TWO, "--mode", "describe", "--results", directory)
             self.assertEqual((self.here / directory / "Genset.txt").read_text(), "1 100 90\n")
             (self.here / "fresh" / "Genset.txt").write_text("1 50 40\n")
         mine.unlink()
-        self.run_plant(TWO, "--mode", "report", "--results", "fresh")
+        self.run_plant(TWO, "--mode", "describe", "--results", "fresh")
         self.assertEqual((self.here / "fresh" / "Genset.txt").read_text(), "1 50 40\n")
         mine.mkdir()
         done = self.run_plant(TWO, "--results", "fresh", status=1)
         self.assertIn("Genset.txt can't be copied", done.stderr)
 
     def test_modes(self):
-        for mode, free in (("report", False), ("0", False), ("free", True), ("1", True),
+        for mode, free in (("describe", False), ("report", False), ("0", False), ("free", True), ("1", True),
                            ("forced", False), ("both", True), ("7", True), ("-3", True)):
             done = self.run_plant(TWO, "--mode", mode, "--results", "of" + mode)
             self.assertEqual("Natural frequencies" in done.stdout, free, mode)
@@ -162,8 +159,8 @@ class Show(HostTest):
         for choice in ({}, {0: 2}, {1: 1}, {2: 20}, {3: 2}, {0: 3, 1: 2, 2: 7, 3: 1}):
             options = [word for column in choice for word in (names[column], choice[column])]
             header, *rows = self.show("DieselDeflection.bin", *options, "--csv").splitlines()
-            self.assertEqual(header, "load case,diesel,order,inertia,amplitude [rad],angle [rad],"
-                                     "real part [rad],imaginary part [rad]")
+            self.assertEqual(header, "load case,diesel number,order,inertia row,amplitude [rad],"
+                                     "angle [rad],real part [rad],imaginary part [rad]")
             self.assertEqual([[float(word) for word in row.split(",")] for row in rows],  # every digit
                              [row for row in self.values
                               if all(row[column] == choice[column] for column in choice)])
@@ -171,10 +168,10 @@ class Show(HostTest):
     def test_table(self):
         self.assertEqual(self.show("SynthesisTorque").splitlines(), [
             "SynthesisTorque.bin: amplitude of the total vibratory torque",
-            "  load case  shaft       value [N m]",
-            "          1      1           1500000",
-            "          2      1               nan",
-            "          3      1                 3"])
+            "  load case  shaft row     value [N m]",
+            "          1          1         1500000",
+            "          2          1             nan",
+            "          3          1               3"])
         self.assertRegex(self.show("SystemInfo"), r"\n +diesels +2\n(.*\n)* +load cases +3\n")
         self.write("Overview.txt", "Engine\n 1\tA\n")
         self.assertEqual(self.show("Overview"), "Engine\n 1\tA\n")

@@ -57,7 +57,7 @@ class ManyRuns(HostTest):
                          status=1)
         rows = done.stdout.splitlines()[1:]
         self.assertIn(REFUSAL, rows[0])
-        self.assertIn("accessing the input file", rows[1])
+        self.assertIn("missing.txt can't be read", rows[1])
         self.assertRegex(rows[2], r"^good +[\d.]+ +7 ")
         self.assertIn("bad:\n " + REFUSAL, done.stderr)
         self.assertNotIn("good:", done.stderr)

@@ -330,7 +330,7 @@ test("free vibration alone, and reports alone", async () => {
   const input = join(scratch, "two.txt");
   writeFileSync(input, "INERTIA 1 1.0 100.0 0.0 0.0\nINERTIA 2 1.0 50.0 0.0 0.0\n"
     + "SHAFT 1 1 2 1.0 1.0E6 0.0 100.0 200.0 0.0 0 0\n");
-  for (const [mode, sections] of [["free", ["plant", "free", "interference"]], ["report", ["plant"]]]) {
+  for (const [mode, sections] of [["free", ["plant", "free", "interference"]], ["describe", ["plant"]]]) {
     const plant = { results: join(scratch, mode), page: join(scratch, `${mode}.html`) };
     verenwick("run", input, "--results", plant.results, "--mode", mode, "--report", "--quiet");
     plant.page = join(plant.results, "report.html");
