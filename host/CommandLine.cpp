@@ -67,6 +67,38 @@ std::string wordsOfUnknownOption(const std::string& word, const CLI::App& comman
                      near.empty() ? "" : fmt::format("; did you mean --{}?", near));
 }
 
+std::string wordsOf(const CLI::ParseError& error, const CLI::App& program,
+                    const CLI::App& command) {
+  const bool commandUsed = &command != &program;
+  const std::vector<std::string> unknown = program.remaining(true);
+  if (!unknown.empty()) {
+    const std::string& word = unknown.front();
+    if (word.starts_with('-') && word.size() > 1) {
+      return wordsOfUnknownOption(word, command);
+    }
+    if (commandUsed) {
+      return fmt::format("\"{}\" is one argument too many", word);
+    }
+    const std::vector<std::string> names = commandNames(program);
+    const std::string near = didYouMean(word, names);
+    return fmt::format("unknown command \"{}\"{}", word,
+                       near.empty() ? "; the commands are " + listed(names) : near);
+  }
+  if (!commandUsed && dynamic_cast<const CLI::RequiredError*>(&error) != nullptr) {
+    return "a command is missing; the commands are " + listed(commandNames(program));
+  }
+  const std::string words = error.what();
+  if (dynamic_cast<const CLI::ArgumentMismatch*>(&error) != nullptr) {
+    const std::string name = words.substr(0, words.find(':'));
+    const CLI::Option* option = command.get_option_no_throw(name);
+    if (option != nullptr && option->get_type_size() > 0) {
+      return option->count() > 1 ? fmt::format("{} is given more than once", name)
+                                 : fmt::format("{} lacks its {}", name, option->get_type_name());
+    }
+  }
+  return words;
+}
+
 }  // namespace
 
 std::string filled(const std::string& text, std::size_t width, std::size_t indent) {
@@ -94,39 +126,17 @@ void formatHelp(CLI::App& program) {
   program.formatter(format);
   for (CLI::App* command : program.get_subcommands({})) {
     command->formatter(format);
+    if (!command->get_group().empty()) {
+      command->group("Commands");
+    }
   }
 }
 
 std::string wordsOfWrongUsage(const CLI::App& program, const CLI::ParseError& error) {
   const auto used = program.get_subcommands();
   const CLI::App& command = used.empty() ? program : *used.front();
-  const std::vector<std::string> unknown = program.remaining(true);
-  if (!unknown.empty()) {
-    const std::string& word = unknown.front();
-    if (word.starts_with('-') && word.size() > 1) {
-      return wordsOfUnknownOption(word, command);
-    }
-    if (!used.empty()) {
-      return fmt::format("\"{}\" is one argument too many", word);
-    }
-    const std::vector<std::string> names = commandNames(program);
-    const std::string near = didYouMean(word, names);
-    return fmt::format("unknown command \"{}\"{}", word,
-                       near.empty() ? "; the commands are " + listed(names) : near);
-  }
-  if (used.empty() && dynamic_cast<const CLI::RequiredError*>(&error) != nullptr) {
-    return "a command is missing; the commands are " + listed(commandNames(program));
-  }
-  const std::string words = error.what();
-  if (dynamic_cast<const CLI::ArgumentMismatch*>(&error) != nullptr) {
-    const std::string name = words.substr(0, words.find(':'));
-    const CLI::Option* option = command.get_option_no_throw(name);
-    if (option != nullptr && option->get_type_size() > 0) {
-      return option->count() > 1 ? fmt::format("{} is given more than once", name)
-                                 : fmt::format("{} lacks its {}", name, option->get_type_name());
-    }
-  }
-  return words;
+  return fmt::format("{}\n(verenwick{} --help tells more)", wordsOf(error, program, command),
+                     used.empty() ? "" : " " + command.get_name());
 }
 
 std::vector<const CLI::App*> listedCommands(const CLI::App& program) {

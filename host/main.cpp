@@ -42,11 +42,7 @@ int main(int argc, char** argv) {
     } catch (const CLI::Success& request) {
       program.exit(request);
     } catch (const CLI::ParseError& error) {
-      const auto used = program.get_subcommands();
-      const std::string command = used.empty() ? "" : " " + used.front()->get_name();
-      throw verenwick::host::UsageError(
-          fmt::format("{}\n(verenwick{} --help tells more)",
-                      verenwick::host::wordsOfWrongUsage(program, error), command));
+      throw verenwick::host::UsageError(verenwick::host::wordsOfWrongUsage(program, error));
     }
     if (std::fflush(stdout) != 0) {
       throw std::runtime_error("the output can't be written");
