@@ -51,6 +51,10 @@ TEST(ExamplePlants, KeepTheirWord) {
            {"two-stroke-ship", "VectorSum.bin", 5, 1, 0},
            {"two-stroke-ship", "VectorSum.bin", 4, 0, 0.05},
            {"ice-ship", "NominalTorque.bin", 12 * 13 + 1, kInIce, 1},
+           // The ice in the mesh at 345 rpm and the mesh of the generator at 600 rpm, on the speeds
+           // of the pinions.
+           {"ice-ship", "SynPropIceTorque.bin", 3 * 13 + 3, 46.82e3, 10},
+           {"twin-engine-gear", "SynthesisTorque.bin", 4 * 23 + 21, 453, 1},
            // Twice the blade order at 645 rpm, the converter's ripple at 695 rpm.
            {"azimuth-thruster", "PropellerTorque.bin", torque(18, 2, 5, 2, 5), 7450, 10},
            {"azimuth-thruster", "ElectricMotorTorque.bin", torque(22, 4, 5, 2, 4), 947, 1},
@@ -91,6 +95,14 @@ TEST(ExamplePlants, HaveAPageUseEverySectionAndAreReadWithoutWarnings) {
     ReadModel model;
     model.readExample(plant);
     EXPECT_TRUE(model.isOk() && DATACHECKING(model.model, 2)) << plant;
+    // A mesh states its torque on the speed of its first node: the ratio is that of this node.
+    for (std::int32_t row = 1; row <= GET_SHAFT_NUMBER(model.model.shaft); ++row) {
+      const std::int32_t node =
+          GET_MASS_IMASS(model.model.mass, GET_SHAFT_ORGNODE(model.model.shaft, row));
+      EXPECT_EQ(GET_SHAFT_RPMRATIO(model.model.shaft, row),
+                GET_MASS_RPMRATIO(model.model.mass, node))
+          << plant << row;
+    }
     std::istringstream log(model.log());
     for (std::string line; std::getline(log, line);) {
       // A bank that stands the bank angle behind the other one can't satisfy the check.
