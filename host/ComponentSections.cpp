@@ -124,9 +124,34 @@ bool readCylinders(InputLines& lines, ComponentSection& section, std::size_t pos
          readInertias(lines, section, static_cast<std::size_t>(*cylinders));
 }
 
+/// The last line of an engine's section, if the flag in the seventh line behind the cylinders calls
+/// for it.
+void readFormulaDamping(InputLines& lines, Component& component) {
+  constexpr int linesToFlag = 7, linesFromFlag = 3;
+  constexpr std::size_t flag = 7;
+  for (int i = 0; i < linesToFlag; ++i) {
+    lines.next();
+  }
+  if (lines.number<std::int32_t>(flag).value_or(0) == 0) {
+    return;
+  }
+  for (int i = 0; i < linesFromFlag; ++i) {
+    lines.next();
+  }
+  const std::vector<double> numbers = lines.numbers<double>(0);
+  if (std::array<double, 4> values{}; numbers.size() >= values.size()) {
+    std::copy_n(numbers.begin(), values.size(), values.begin());
+    component.formulaDamping = values;
+  }
+}
+
 bool readDiesel(InputLines& lines, ComponentSection& section) {
   constexpr std::size_t cylinders = 3;
-  return readCylinders(lines, section, cylinders);
+  if (!readCylinders(lines, section, cylinders)) {
+    return false;
+  }
+  readFormulaDamping(lines, section.component);
+  return true;
 }
 
 bool readReciprocatingPump(InputLines& lines, ComponentSection& section) {

@@ -140,6 +140,28 @@ std::vector<LoadCaseSummary> loadCasesOf(const std::optional<ShaftLine>& line,
   return loadCases;
 }
 
+std::vector<PeakSummary> peaksOf(const ShaftLine& line, const ResultDirectory& directory) {
+  std::vector<PeakSummary> peaks;
+  for (UnresolvedPeak& peak : unresolvedPeaks(line, directory)) {
+    PeakSummary each{std::move(peak), {}, {}, 0, {}};
+    each.shaft = line.shafts[each.peak.shaft].id;
+    each.words = wordsOf(each.peak, line);
+    for (const std::size_t row : each.peak.components) {
+      const Component& component = line.components[row];
+      each.sources.emplace_back(component.kind, component.id);
+      for (std::size_t engine = 0; component.family == results::Family::diesel; ++engine) {
+        if (sourceRow(line, results::Family::diesel, static_cast<std::int64_t>(engine) + 1) ==
+            row) {
+          each.engines.push_back(engine);
+          break;
+        }
+      }
+    }
+    peaks.push_back(std::move(each));
+  }
+  return peaks;
+}
+
 }  // namespace
 
 RunSummary summarise(const std::filesystem::path& input, const ResultDirectory& directory,
@@ -155,6 +177,9 @@ RunSummary summarise(const std::filesystem::path& input, const ResultDirectory& 
   }
   if (steps.forced) {
     summary.loadCases = loadCasesOf(line, directory);
+  }
+  if (steps.free && steps.forced && line) {
+    summary.peaks = peaksOf(*line, directory);
   }
   return summary;
 }

@@ -11,6 +11,7 @@
 
 #include "host/Readings.h"
 #include "host/Run.h"
+#include "host/UnresolvedPeaks.h"
 #include "results/ResultReader.h"
 
 /// What an engineer wants to see of a run first, from the files that the run has left.
@@ -37,6 +38,15 @@ struct LoadCaseSummary {
   double loss = 0;              ///< of all shafts, W
 };
 
+/// A peak between the load cases.
+struct PeakSummary {
+  UnresolvedPeak peak;
+  std::vector<std::pair<std::string_view, std::int32_t>> sources;  ///< kinds and ids
+  std::vector<std::size_t> engines;  ///< those of the sources that are engines, counted from 0
+  std::int64_t shaft;                ///< id
+  std::string words;
+};
+
 /// Orders of an engine that a summary has at a mode.
 inline constexpr std::size_t kOrdersShown = 5;
 
@@ -48,6 +58,7 @@ struct RunSummary {
   /// kOrdersShown.
   std::vector<std::vector<std::vector<CriticalSpeed>>> engines;
   std::vector<LoadCaseSummary> loadCases;
+  std::vector<PeakSummary> peaks;  ///< between the load cases, the worst first
 };
 
 RunSummary summarise(const std::filesystem::path& input, const results::ResultDirectory& directory,

@@ -58,12 +58,15 @@ bool readInertia(const InputLines& lines, Sections& sections) {
   }
   sections.inertias.emplace(*id, sections.line.inertias.size());
   sections.line.inertias.push_back({*id, lines.number<double>(2).value_or(1),
-                                    lines.number<double>(3).value_or(0), lines.rest(remark)});
+                                    lines.number<double>(3).value_or(0),
+                                    lines.number<double>(4).value_or(0),
+                                    lines.number<double>(5).value_or(0), lines.rest(remark)});
   return true;
 }
 
 bool readShaft(const InputLines& lines, Sections& sections) {
-  constexpr std::size_t ratio = 4, stiffness = 5, outer = 8, inner = 9, remark = 12;
+  constexpr std::size_t ratio = 4, stiffness = 5, damping = 6, magnifier = 7, outer = 8, inner = 9,
+                        remark = 12;
   const auto id = lines.number<std::int32_t>(1);
   const auto origin = lines.number<std::int32_t>(2);
   const auto destination = lines.number<std::int32_t>(3);
@@ -72,11 +75,12 @@ bool readShaft(const InputLines& lines, Sections& sections) {
   }
   sections.shafts.emplace(*id, sections.line.shafts.size());
   sections.ends.push_back({*origin, *destination});
-  sections.line.shafts.push_back({*id, 0, 0, lines.number<double>(ratio).value_or(1),
-                                  lines.number<double>(stiffness).value_or(0),
-                                  lines.number<double>(outer).value_or(0) * kMilli,
-                                  lines.number<double>(inner).value_or(0) * kMilli,
-                                  lines.rest(remark)});
+  sections.line.shafts.push_back(
+      {*id, 0, 0, lines.number<double>(ratio).value_or(1),
+       lines.number<double>(stiffness).value_or(0), lines.number<double>(damping).value_or(0),
+       lines.number<double>(magnifier).value_or(0),
+       lines.number<double>(outer).value_or(0) * kMilli,
+       lines.number<double>(inner).value_or(0) * kMilli, lines.rest(remark)});
   return true;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
@@ -17,9 +18,11 @@ namespace verenwick::host {
 /// An inertia.
 struct Inertia {
   std::int32_t id;
-  double rpmRatio;   ///< speed over the reference speed
-  double inertia;    ///< kg m2
-  std::string name;  ///< the remark behind its values
+  double rpmRatio;    ///< speed over the reference speed
+  double inertia;     ///< kg m2
+  double absDamping;  ///< to ground, N m s/rad
+  double magnifier;   ///< dynamic magnifier; 0 where the absolute damping acts
+  std::string name;   ///< the remark behind its values
 };
 
 /// A shaft: its id and the rows of the inertias at its ends, from 0.
@@ -29,6 +32,8 @@ struct Shaft {
   std::size_t destination;
   double rpmRatio;       ///< speed over the reference speed
   double stiffness;      ///< N m/rad
+  double absDamping;     ///< N m s/rad
+  double magnifier;      ///< dynamic magnifier; 0 where the absolute damping acts
   double outerDiameter;  ///< m
   double innerDiameter;  ///< m
   std::string name;      ///< the remark behind its values
@@ -47,6 +52,8 @@ struct Component {
   std::vector<double> orders;        ///< of excitation, in their places; 0 where one isn't used;
                                      ///< empty where the run decides them
   std::optional<double> fixedSpeed;  ///< rpm that the orders belong to at every load case
+  /// Of an engine's cylinders and crank throws, N m s/rad: factor and power of order times rpm.
+  std::optional<std::array<double, 4>> formulaDamping;
 };
 
 /// The shaft line of an input file, rows in the order of the file as in the result files.

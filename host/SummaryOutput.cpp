@@ -1,5 +1,6 @@
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <cmath>
 
 #include "host/RunSummary.h"
@@ -75,6 +76,21 @@ void printLoadCases(const std::vector<LoadCaseSummary>& loadCases) {
   }
 }
 
+/// Peaks that the load cases step over.
+void printPeaks(const std::vector<PeakSummary>& peaks) {
+  constexpr std::size_t shown = 10;
+  if (peaks.empty()) {
+    return;
+  }
+  printTitle("Critical speeds between the load cases, where the values are higher than above");
+  for (std::size_t i = 0; i < std::min(shown, peaks.size()); ++i) {
+    fmt::print("  {}\n", peaks[i].words);
+  }
+  if (peaks.size() > shown) {
+    fmt::print("  and {} more, which the JSON summary and the report hold\n", peaks.size() - shown);
+  }
+}
+
 /// A number of the summary: null for what a document can't hold.
 json number(double value) { return std::isfinite(value) ? json(value) : json(nullptr); }
 
@@ -95,6 +111,7 @@ void printSummary(const std::string& name, const RunSummary& summary, Steps step
   }
   if (steps.forced) {
     printLoadCases(summary.loadCases);
+    printPeaks(summary.peaks);
   }
 }
 
@@ -132,6 +149,25 @@ json jsonOf(const RunSummary& summary, Steps steps) {
                            {"stress", jsonOf(each.stress, "shaft")},
                            {"deflection", jsonOf(each.deflection, "inertia")},
                            {"powerLoss", number(each.loss)}});
+    }
+  }
+  if (steps.free && steps.forced) {
+    json& peaks = document["unresolvedPeaks"] = json::array();
+    for (const PeakSummary& each : summary.peaks) {
+      json sources = json::array();
+      for (const auto& [kind, id] : each.sources) {
+        sources.push_back({{"kind", kind}, {"id", id}});
+      }
+      peaks.push_back({{"sources", std::move(sources)},
+                       {"order", number(each.peak.order)},
+                       {"mode", each.peak.mode},
+                       {"rpm", number(each.peak.speed)},
+                       {"below", number(each.peak.below)},
+                       {"above", number(each.peak.above)},
+                       {"shaft", each.shaft},
+                       {"expectedTorque", number(each.peak.torque)},
+                       {"largestTorque", number(each.peak.stated)},
+                       {"words", each.words}});
     }
   }
   return document;
