@@ -9,6 +9,7 @@
 
 #include "host/Readings.h"
 #include "host/ReportData.h"
+#include "host/UnresolvedPeaks.h"
 
 namespace verenwick::host {
 namespace {
@@ -173,6 +174,21 @@ json largestPerOrder(const ShaftLine& line, const ResultDirectory& directory, Qu
   return list;
 }
 
+/// Peaks that the load cases step over.
+json unresolved(const ShaftLine& line, const ResultDirectory& directory) {
+  json rows = json::array();
+  for (const UnresolvedPeak& peak : unresolvedPeaks(line, directory)) {
+    rows.push_back({{"components", peak.components},
+                    {"order", rounded(peak.order)},
+                    {"mode", peak.mode},
+                    {"speed", rounded(peak.speed)},
+                    {"below", rounded(peak.below)},
+                    {"above", rounded(peak.above)},
+                    {"words", wordsOf(peak, line)}});
+  }
+  return rows;
+}
+
 }  // namespace
 
 json forcedData(const ShaftLine& line, const ResultDirectory& directory) {
@@ -215,6 +231,7 @@ json forcedData(const ShaftLine& line, const ResultDirectory& directory) {
   data["loss"]["total"] = perPoint(directory, resultFile("ShaftPowerLoss.bin"));
   const bool stressed = std::any_of(line.shafts.begin(), line.shafts.end(),
                                     [](const Shaft& shaft) { return shaft.outerDiameter > 0; });
+  data["unresolved"] = unresolved(line, directory);
   data["largest"] = {
       {"quantity", stressed ? "stress" : "torque"},
       {"orders", largestPerOrder(line, directory, stressed ? Quantity::stress : Quantity::torque)}};

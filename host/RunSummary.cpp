@@ -20,6 +20,9 @@ using results::SystemCount;
 /// Vector sums that differ by less are the same up to rounding: the major orders of an engine.
 constexpr double kSameSum = 1e-6;
 
+/// The orders of criticals are known from speeds and frequencies.
+constexpr double kSameOrder = 1e-3;
+
 std::vector<std::pair<std::string_view, std::int64_t>> countsOf(
     const std::optional<ShaftLine>& line, const ResultDirectory& directory) {
   std::vector<std::pair<std::string_view, std::int64_t>> counts;
@@ -140,23 +143,31 @@ std::vector<LoadCaseSummary> loadCasesOf(const std::optional<ShaftLine>& line,
   return loadCases;
 }
 
+/// The number of an engine among the engines, from 0; nothing for another component.
+std::optional<std::size_t> engineNumber(const ShaftLine& line, std::size_t row) {
+  if (line.components[row].family != results::Family::diesel) {
+    return std::nullopt;
+  }
+  return static_cast<std::size_t>(std::count_if(
+      line.components.begin(), line.components.begin() + static_cast<std::ptrdiff_t>(row),
+      [](const Component& each) { return each.family == results::Family::diesel; }));
+}
+
 std::vector<PeakSummary> peaksOf(const ShaftLine& line, const ResultDirectory& directory) {
   std::vector<PeakSummary> peaks;
   for (UnresolvedPeak& peak : unresolvedPeaks(line, directory)) {
-    PeakSummary each{std::move(peak), {}, {}, 0, {}};
-    each.shaft = line.shafts[each.peak.shaft].id;
-    each.words = wordsOf(each.peak, line);
-    for (const std::size_t row : each.peak.components) {
+    PeakSummary each;
+    for (const std::size_t row : peak.components) {
       const Component& component = line.components[row];
       each.sources.emplace_back(component.kind, component.id);
-      for (std::size_t engine = 0; component.family == results::Family::diesel; ++engine) {
-        if (sourceRow(line, results::Family::diesel, static_cast<std::int64_t>(engine) + 1) ==
-            row) {
-          each.engines.push_back(engine);
-          break;
-        }
+      each.sourceSpeed = peak.speed * line.inertias[component.inertias[0]].rpmRatio;
+      if (const auto engine = engineNumber(line, row)) {
+        each.engines.push_back(*engine);
       }
     }
+    each.shaft = line.shafts[peak.shaft].id;
+    each.words = wordsOf(peak, line);
+    each.peak = std::move(peak);
     peaks.push_back(std::move(each));
   }
   return peaks;
@@ -182,6 +193,17 @@ RunSummary summarise(const std::filesystem::path& input, const ResultDirectory& 
     summary.peaks = peaksOf(*line, directory);
   }
   return summary;
+}
+
+bool isUnresolved(const RunSummary& summary, std::size_t engine, std::int64_t mode,
+                  const CriticalSpeed& critical) {
+  return std::any_of(summary.peaks.begin(), summary.peaks.end(), [&](const PeakSummary& each) {
+    const bool excites =
+        std::find(each.engines.begin(), each.engines.end(), engine) != each.engines.end();
+    return excites && std::abs(each.peak.order - critical.order) < kSameOrder &&
+           (each.peak.mode == mode ||
+            std::abs(each.sourceSpeed - critical.rpm) < kSamePeak * critical.rpm);
+  });
 }
 
 const LoadCaseSummary* worstLoadCase(const RunSummary& summary,

@@ -38,12 +38,13 @@ struct LoadCaseSummary {
   double loss = 0;              ///< of all shafts, W
 };
 
-/// A peak between the load cases.
+/// A peak that the load cases step over.
 struct PeakSummary {
   UnresolvedPeak peak;
   std::vector<std::pair<std::string_view, std::int32_t>> sources;  ///< kinds and ids
   std::vector<std::size_t> engines;  ///< those of the sources that are engines, counted from 0
-  std::int64_t shaft;                ///< id
+  double sourceSpeed = 0;            ///< of the sources at the peak, rpm
+  std::int64_t shaft = 0;            ///< id
   std::string words;
 };
 
@@ -72,6 +73,10 @@ nlohmann::ordered_json jsonOf(const RunSummary& summary, Steps steps);
 
 /// Prints a document to standard output.
 void printDocument(const nlohmann::ordered_json& document);
+
+/// Whether a critical speed of an engine, counted from 0, is that of a peak between the load cases.
+bool isUnresolved(const RunSummary& summary, std::size_t engine, std::int64_t mode,
+                  const CriticalSpeed& critical);
 
 /// The load case with the largest value of a quantity, NaN before all; null without load cases.
 const LoadCaseSummary* worstLoadCase(const RunSummary& summary, Largest LoadCaseSummary::*quantity);

@@ -44,22 +44,30 @@ void printModes(const std::vector<ModeSummary>& modes) {
   }
 }
 
-void printEngine(std::size_t number, const std::vector<std::vector<CriticalSpeed>>& modes) {
-  printTitle(
-      fmt::format("Critical speeds of diesel {}: the orders with the largest vector sums", number));
+void printEngine(const RunSummary& summary, std::size_t engine) {
+  printTitle(fmt::format("Critical speeds of diesel {}: the orders with the largest vector sums",
+                         engine + 1));
   fmt::print("{:>6}", "mode");
   for (std::size_t i = 0; i < kOrdersShown; ++i) {
     fmt::print("{:>8}{:>7}{:>10}", "order", "sum", "rpm");
   }
   fmt::print("\n");
   int mode = 1;
-  for (const std::vector<CriticalSpeed>& orders : modes) {
+  bool anyUnresolved = false;
+  for (const std::vector<CriticalSpeed>& orders : summary.engines[engine]) {
     fmt::print("{:>6}", ++mode);
+    std::size_t width = 8;
     for (const CriticalSpeed& each : orders) {
-      fmt::print("{}{}{}", column(each.order, 1, 8), column(each.sum, 3, 7),
-                 column(each.rpm, 2, 10));
+      const bool unresolved = isUnresolved(summary, engine, mode, each);
+      fmt::print("{}{}{}{}", column(each.order, 1, width), column(each.sum, 3, 7),
+                 column(each.rpm, 2, 10), unresolved ? "*" : "");
+      width = unresolved ? 7 : 8;
+      anyUnresolved = anyUnresolved || unresolved;
     }
     fmt::print("\n");
+  }
+  if (anyUnresolved) {
+    fmt::print("     *: lies between the load cases, see below\n");
   }
 }
 
@@ -82,7 +90,7 @@ void printPeaks(const std::vector<PeakSummary>& peaks) {
   if (peaks.empty()) {
     return;
   }
-  printTitle("Critical speeds between the load cases, where the values are higher than above");
+  printTitle("Between load cases the largest values may be higher");
   for (std::size_t i = 0; i < std::min(shown, peaks.size()); ++i) {
     fmt::print("  {}\n", peaks[i].words);
   }
@@ -104,9 +112,8 @@ void printSummary(const std::string& name, const RunSummary& summary, Steps step
   printCounts(name, summary);
   if (steps.free) {
     printModes(summary.modes);
-    std::size_t engine = 0;
-    for (const auto& modes : summary.engines) {
-      printEngine(++engine, modes);
+    for (std::size_t engine = 0; engine < summary.engines.size(); ++engine) {
+      printEngine(summary, engine);
     }
   }
   if (steps.forced) {
@@ -131,11 +138,14 @@ json jsonOf(const RunSummary& summary, Steps steps) {
     for (std::size_t engine = 0; engine < summary.engines.size(); ++engine) {
       for (std::size_t mode = 0; mode < summary.engines[engine].size(); ++mode) {
         for (const CriticalSpeed& each : summary.engines[engine][mode]) {
-          criticals.push_back({{"diesel", engine + 1},
-                               {"mode", mode + 2},
-                               {"order", number(each.order)},
-                               {"relativeVectorSum", number(each.sum)},
-                               {"rpm", number(each.rpm)}});
+          criticals.push_back(
+              {{"diesel", engine + 1},
+               {"mode", mode + 2},
+               {"order", number(each.order)},
+               {"relativeVectorSum", number(each.sum)},
+               {"rpm", number(each.rpm)},
+               {"unresolved",
+                isUnresolved(summary, engine, static_cast<std::int64_t>(mode) + 2, each)}});
         }
       }
     }

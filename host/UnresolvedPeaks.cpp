@@ -34,9 +34,6 @@ constexpr double kLift = 1.1;
 constexpr double kShare = 0.1;
 /// Modes this far beyond the frequencies of the two load cases still have a curved response there.
 constexpr double kNear = 1.25;
-/// Peaks of an order at speeds that differ by less are one.
-constexpr double kSamePeak = 0.01;
-
 /// A mode as the free vibration has it.
 struct Mode {
   std::int64_t number;
@@ -549,7 +546,8 @@ std::vector<UnresolvedPeak> unresolvedPeaks(const ShaftLine& line,
 
 std::string wordsOf(const UnresolvedPeak& peak, const ShaftLine& line) {
   return fmt::format(
-      "order {:g} of {} meets mode {} at {:.4g} rpm, between the load cases at {:g} and {:g} rpm: "
+      "order {:g} of {} meets mode {} at {:.4g} rpm, between the load cases at {:.5g} and {:.5g} "
+      "rpm: "
       "about {:.3g} kN m in shaft {}, which has {:.4g} kN m in the load cases",
       peak.order, namesOf(peak.components, line), peak.mode, peak.speed, peak.below, peak.above,
       peak.torque / kKilo, line.shafts[peak.shaft].id, peak.stated / kKilo);

@@ -11,19 +11,22 @@
 /// Peaks that fall between two load cases, so that the largest values of the results are too small.
 namespace verenwick::host {
 
+/// Peaks of an order at speeds that differ by a smaller share are one.
+inline constexpr double kSamePeak = 0.01;
+
 /// A critical speed between the speeds of two load cases, at which a shaft bears more than in any
 /// load case.
 struct UnresolvedPeak {
   /// Rows of the components that excite it: several where equal sources turn together.
   std::vector<std::size_t> components;
-  double order;
-  std::int64_t mode;
-  double speed;       ///< reference speed, rpm
-  double below;       ///< that of the next slower load case in which the source runs
-  double above;       ///< that of the next faster one
-  std::size_t shaft;  ///< row of the shaft that suffers most, from 0
-  double torque;      ///< what its synthesised torque comes to there, N m; an estimate
-  double stated;      ///< its largest synthesised torque in the load cases, N m
+  double order = 0;
+  std::int64_t mode = 0;
+  double speed = 0;       ///< reference speed, rpm
+  double below = 0;       ///< that of the next slower load case in which the source runs
+  double above = 0;       ///< that of the next faster one
+  std::size_t shaft = 0;  ///< row of the shaft that suffers most, from 0
+  double torque = 0;      ///< what its synthesised torque comes to there, N m; an estimate
+  double stated = 0;      ///< its largest synthesised torque in the load cases, N m
 };
 
 /// The peaks that matter, the worst first. Each order's response at the two load cases next to a

@@ -31,6 +31,11 @@ function forcedAt(critical, reference) {
   return best;
 }
 
+/** The peak between two load cases that a critical speed is; none where a load case stands on it. */
+const unresolvedAt = (critical, reference) => data.forced?.unresolved.find(each =>
+  each.components.includes(critical.component) && plain(each.order) === plain(critical.order)
+  && (each.mode === critical.mode || Math.abs(each.speed - reference) < 0.01 * reference));
+
 /** The critical speeds: first those near a load case, by the amplitude there times the vector sum,
  * since other modes may have a share in the amplitude; then the others, by their vector sum over
  * the order, since high orders of gas and mass forces are weak. What has no vector sum counts
@@ -41,7 +46,7 @@ function rankedCriticals() {
     const reference = each.rpm / data.components[each.component].ratio;
     const forced = forcedAt(each, reference);
     const share = each.sum ?? 1;
-    return { ...each, reference, forced, share, weight: forced ? forced.value * share : -1,
+    return { ...each, reference, forced, share, unresolved: unresolvedAt(each, reference), weight: forced ? forced.value * share : -1,
       inside: data.speeds.length === 0 || (Math.min(...data.speeds) <= 1.1 * reference
         && Math.max(...data.speeds) >= 0.9 * reference) };
   });
@@ -68,6 +73,8 @@ function criticalTable(ranked) {
       each => (each.forced ? columnText(each.forced.value, unit, most) : "–")] : null,
     kind ? [["in shaft"], each => (each.forced ? String(data.shafts[each.forced.shaft].id) : "–")] : null,
     kind ? [["at"], each => (each.forced ? caseName(each.forced.loadCase) : "–")] : null,
+    ranked.some(each => each.unresolved) ? [["peak between", "rpm"], each =>
+      (each.unresolved ? `${plain(each.unresolved.below)} and ${plain(each.unresolved.above)}` : "–")] : null,
   ].filter(Boolean);
   return table(columns.map(([heading]) => heading), ranked.map(each => columns.map(([, text]) => text(each))));
 }
@@ -86,6 +93,9 @@ function criticalTables() {
         + `there${engines ? " times the vector sum" : ""}; then the others ${rest} In range: at most `
         + "10 % outside of the speeds of the load cases."
       : `Those in the range of the load cases first, ${rest}`,
+    ranked.some(each => each.unresolved)
+      ? " Peak between: the peak of the order lies between these two load cases, none of which shows it."
+      : "",
     engines && sources.length > 1
       ? " Only engines have a vector sum; other sources count with 1." : ""),
     criticalTable(exciting),

@@ -61,6 +61,18 @@ function worstTable() {
   return table([["largest"], ["value"], ["where"], ["at"], ["strongest order there"]], rows, "worst");
 }
 
+/** Peaks that the load cases step over, so that the largest values are higher than those stated. */
+function unresolvedNotes() {
+  const { unresolved } = data.forced;
+  if (unresolved.length === 0) {
+    return null;
+  }
+  const item = ({ words }) => el("li", {}, `${capital(words)}.`);
+  return el("div", { class: "unresolved" },
+    el("p", {}, "Between load cases the largest values may be higher:"),
+    el("ul", {}, unresolved.map(item)));
+}
+
 /** The worst vibratory torque against the nominal torque, over shafts that carry a mean torque. */
 function addTorqueShare(rows) {
   const { total, nominal } = data.forced.torque;

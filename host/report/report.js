@@ -56,6 +56,7 @@ function plantSection() {
     ...warnings(),
     data.forced ? el("h3", {}, "The worst of each") : null,
     data.forced ? worstTable() : null,
+    data.forced ? unresolvedNotes() : null,
     el("h3", {}, "Mass-elastic system"),
     drawTree(),
     el("p", { class: "quiet" }, "Discs with the root of their inertia, referred to the reference "

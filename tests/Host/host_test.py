@@ -269,7 +269,7 @@ class Examples(HostTest):
             if all(each["rpm"] is not None for each in five):
                 yield f"{five[0]['mode']:6}" + "".join(
                     f"{each['order']:8.1f}{each['relativeVectorSum']:7.3f}{each['rpm']:10.2f}"
-                    for each in five)
+                    + "*" * each["unresolved"] for each in five).replace("* ", "*")
         yield "Largest vibratory values of each load case, with the id of the shaft or inertia"
         for row in document["loadCases"]:
             torque, stress, deflection = row["torque"], row["stress"], row["deflection"]
@@ -277,6 +277,83 @@ class Examples(HostTest):
                    f"{torque['shaft']:7}{stress['value'] / 1e6:16.4g}{stress['shaft']:7}"
                    f"{deflection['value'] / 1e-3:18.4g}{deflection['inertia']:9}"
                    f"{row['powerLoss'] / 1e3:17.4g}")
+        if document["unresolvedPeaks"]:
+            yield "Between load cases the largest values may be higher"
+        for peak in document["unresolvedPeaks"]:
+            yield "  " + peak["words"]
+
+
+class Peaks(HostTest):
+    """Critical speeds that the load cases step over."""
+
+    def peaks(self, text):
+        document = json.loads(self.call("run", self.write("plant.txt", text), "--json").stdout)
+        return document, document["unresolvedPeaks"]
+
+    def test_a_peak_between_two_load_cases_is_told_and_a_resolved_one_is_not(self):
+        # A generator's order 4 meets mode 2 at n; its torque is the same at every speed, and the
+        # shaft with magnifier 40 bears 40 F J1 / (J1 + J2) at the peak.
+        n = math.sqrt(1e6 * (1 / 100 + 1 / 50)) / 4 * 30 / math.pi
+        peak = 40 * 0.02 * 100e3 / (1000 * math.pi / 30) * 100 / 150
+
+        def plant(speeds, ratio=1.0, motor="0 0.0 0\n0 0 0 0\n0 0 0 0\n", generator="4 0 0 0"):
+            return (f"INERTIA 1 {ratio} 100 0 0\nINERTIA 2 {ratio} 50 0 0\n"
+                    f"SHAFT 7 1 2 {ratio} 1e6 0 40 200 0 0 0\n"
+                    f"GENERATOR 1\n2 100 1000 1\n{generator}\n2 0 0 0\n"
+                    f"ELECTRICMOTOR 1\n1 100 1000 {motor}LOADCASE\nRPM 1 1\n"
+                    "GENERATOR ELECTRICMOTOR\n"
+                    + "".join(f"{rpm} {0.1 * rpm * ratio} {0.1 * rpm * ratio}\n" for rpm in speeds))
+
+        coarse = (0.8 * n, 0.96 * n, 1.06 * n, 1.3 * n)
+        fixed = f"1 {n} 1\n4 0 0 0\n2 0 0 0\n"
+        for what, text, between in (
+                ("coarse", plant(coarse), (0.96 * n, 1.06 * n)),
+                ("not sorted, twice the same", plant((coarse[3], coarse[1], coarse[0], coarse[1],
+                                                      coarse[2])), (0.96 * n, 1.06 * n)),
+                ("a source with a ratio", plant([2 * rpm for rpm in coarse], 0.5),
+                 (1.92 * n, 2.12 * n)),
+                ("two fifths of the half-width off", plant((*coarse, (1 - 0.4 / 80) * n)), None),
+                ("on the peak", plant((*coarse, n)), None),
+                ("outside", plant((1.02 * n, 1.1 * n, 1.2 * n)), None),
+                ("one load case", plant([0.98 * n]), None),
+                ("one speed", plant([0.98 * n] * 3), None),
+                ("a motor of constant frequency",
+                 plant(coarse, motor=fixed, generator="0 0 0 0"), None)):
+            with self.subTest(what):
+                document, peaks = self.peaks(text)
+                self.assertEqual(len(peaks), 0 if between is None else 1, peaks)
+                for found in peaks:
+                    self.assertEqual([found["sources"], found["order"], found["mode"],
+                                      found["shaft"]],
+                                     [[{"kind": "generator", "id": 1}], 4, 2, 7])
+                    self.assertAlmostEqual(found["rpm"], sum(between) / 2.02, delta=1e-3 * n)
+                    self.assertAlmostEqual(found["below"], between[0], delta=1e-6 * n)
+                    self.assertAlmostEqual(found["above"], between[1], delta=1e-6 * n)
+                    self.assertAlmostEqual(found["expectedTorque"], peak, delta=0.02 * peak)
+                    worst = max(each["torque"]["value"] for each in document["loadCases"])
+                    self.assertEqual(found["largestTorque"], worst)
+                    self.assertLess(worst, 0.5 * peak)
+
+    def test_a_finer_table_of_the_twin_engines_bears_out_what_the_coarse_one_tells(self):
+        text = (EXAMPLES / "twin-engine-gear" / "input.txt").read_text()
+        coarse, peaks = self.peaks(text)
+        head, table = re.split(r"(?<=GENERATOR\n)(?=360)", text)
+        rows = [[float(word) for word in row.split()] for row in table.splitlines()]
+        fine = [[a + (b - a) * i / 60 for a, b in zip(low, high)]
+                for low, high in zip(rows, rows[1:]) for i in range(60)] + rows[-1:]
+        resolved, none = self.peaks(
+            head + "".join(" ".join(map(str, row)) + "\n" for row in fine))
+        self.assertEqual(none, [])
+        highest = max(resolved["loadCases"], key=lambda each: each["torque"]["value"])
+        first = peaks[0]
+        self.assertEqual([source["id"] for source in first["sources"]], [1, 2])
+        self.assertEqual([first["order"], first["below"], first["above"], first["shaft"]],
+                         [7.5, 540, 600, highest["torque"]["shaft"]])
+        self.assertAlmostEqual(first["rpm"], highest["rpm"], delta=1.5)
+        true = highest["torque"]["value"]
+        self.assertAlmostEqual(first["expectedTorque"], true, delta=0.05 * true)
+        self.assertGreater(true, 1.35 * max(each["torque"]["value"]
+                                            for each in coarse["loadCases"]))
 
 
 if __name__ == "__main__":

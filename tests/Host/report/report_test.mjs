@@ -120,6 +120,29 @@ test("the worst of each and the critical speeds stand where the files have them"
   await page.close();
 });
 
+test("peaks between load cases stand at the worst of each and among the critical speeds", async () => {
+  const told = async name => {
+    const page = await open(example(name));
+    const notes = await page.locator("#plant .unresolved li").allInnerTexts();
+    const rows = (await page.locator("#interference table").first().locator("tr").allInnerTexts())
+      .map(row => row.split("\t"));
+    assert.deepEqual(page.faults, []);
+    await page.close();
+    return { notes, rows };
+  };
+  const twin = await told("twin-engine-gear");
+  assert.match(twin.notes[0], /^Order 7\.5 of Port and Starboard meets mode [67] at 550.* between the load cases at 540 and 600 rpm: about 20\d kN m in shaft 24, which has 146\.5 kN m/);
+  const between = twin.rows.map(cells => [cells[0], cells[1], cells[cells.length - 1]]);
+  for (const engine of ["Port", "Starboard"]) {
+    assert.ok(between.some(row => row.join() === `${engine},7.5,540 and 600`), between.join("; "));
+  }
+  assert.ok(between.some(row => row[2] === "–"));
+  // A load case stands on the critical speed of the two-stroke ship.
+  const ship = await told("two-stroke-ship");
+  assert.deepEqual(ship.notes, []);
+  assert.ok(!ship.rows[0].join().includes("between"), ship.rows[0].join());
+});
+
 test("the interference of sources other than engines", async () => {
   const crossing = async (plant, ...point) => {
     const page = await open(plant);
