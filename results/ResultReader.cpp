@@ -367,6 +367,10 @@ std::vector<Extent> ResultDirectory::extents(const ResultFile& file) const {
     case Layout::loadCase:
       return {loadCases(), pointsOf()};
     case Layout::marks:
+      // Written with the first load case.
+      if (count(SystemCount::loadCases) == 0) {
+        return {{Index::point, "shaft", 0}};
+      }
       return {pointsOf()};
     case Layout::angle:
       break;

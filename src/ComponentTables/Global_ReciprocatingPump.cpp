@@ -93,7 +93,8 @@ void CALCULATE_RECIPROCATINGPUMP_LOADCASESETTING(RECIPROCATINGPUMP_TABLE& table,
   }
   pump.RECIPROCATINGPUMPTORQUEAMP =
       torqueAmplitudes(pump.TORQUE, pump.RECIPROCATINGPUMPTORQUEPERCENT);
-  for (std::size_t j = 0; j < static_cast<std::size_t>(pump.RECIPROCATINGPUMPORDERNUMBER); ++j) {
+  const auto inUse = static_cast<std::size_t>(std::max(pump.RECIPROCATINGPUMPORDERNUMBER, 0));
+  for (std::size_t j = 0; j < inUse; ++j) {
     const double order = pump.RECIPROCATINGPUMPORDER[j];
     if (!isPumpOrder(order)) {
       continue;

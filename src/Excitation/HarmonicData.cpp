@@ -16,13 +16,13 @@ constexpr std::size_t kOrderLabel = 7;  ///< characters before the number of ord
 constexpr double kMegapascal = 1000000.0;
 
 /// Takes the next line and the count behind its label; blanks don't count as characters.
-bool readCount(DataFile& file, std::size_t label, std::int32_t& count) {
+bool readCount(DataFile& file, std::size_t label, std::int32_t least, std::int32_t& count) {
   if (!file.nextLine()) {
     return false;
   }
   std::string line = file.line();
   STRINGADJUST(line);
-  return FreeFormat(line.substr(std::min(label, line.size()))).read(count) && count >= 1;
+  return FreeFormat(line.substr(std::min(label, line.size()))).read(count) && count >= least;
 }
 
 bool skipToKeyword(DataFile& file, std::string_view keyword) {
@@ -74,14 +74,14 @@ double elementOrZero(const std::vector<double>& values, std::size_t i) {
 
 bool loadHarmonicFile(std::string_view path, const HarmonicFileKind& kind, HarmonicData& data) {
   DataFile file(path);
-  if (!file.skipLines(1) || !readCount(file, kOrderLabel, data.orders)) {
+  if (!file.skipLines(1) || !readCount(file, kOrderLabel, 0, data.orders)) {
     return failLine(file);
   }
   if (data.orders > kMaxFileOrders) {
     appendToLog("Number of harmonic orders exceeds the max allowable number");
     return false;
   }
-  if (!readCount(file, kind.columnLabel, data.columns)) {
+  if (!readCount(file, kind.columnLabel, 1, data.columns)) {
     return failLine(file);
   }
   if (data.columns > kMaxFileColumns) {
@@ -107,6 +107,9 @@ bool loadHarmonicFile(std::string_view path, const HarmonicFileKind& kind, Harmo
   }
   for (double& angle : data.phaseAngle) {
     angle = radians(angle);
+  }
+  if (data.orders == 0) {
+    appendToLog("Warning: ", file.name(), " has no harmonic orders, its pressures excite nothing");
   }
   return true;
 }

@@ -63,6 +63,12 @@ class RecordChecks {
       log_.warning(kind_, id_, words, values..., end(values...));
     }
   }
+  /// An error, or a warning where it does not stand in the way of the run.
+  template <class... Values>
+  void errorOrWarning(bool isError, bool isWrong, std::string_view words, const Values&... values) {
+    error(isWrong && isError, words, values...);
+    warning(isWrong && !isError, words, values...);
+  }
   CheckLog& log() { return log_; }
   std::int32_t id() const { return id_; }
 
@@ -116,9 +122,15 @@ inline bool isShaft(const ModelBundle& model, std::int32_t id) {
   return GET_SHAFT_ISHAFT(model.shaft, id) > 0;
 }
 
+/// A number of orders below 0 means none.
+inline void warnOfNegativeCount(std::int32_t orders, RecordChecks& it) {
+  it.warning(orders < 0, " has a negative number of orders, none is in use (", orders);
+}
+
 // The checks of each kind, in their order.
+/// @param hasFreeProblem whether the run calculates natural frequencies
 void checkViscousDampers(ModelBundle& model, const ADJNODE& graph, const ShaftsByNodes& shafts,
-                         CheckLog& log);
+                         bool hasFreeProblem, CheckLog& log);
 void checkRubberDampers(const ModelBundle& model, const ADJNODE& graph, const ShaftsByNodes& shafts,
                         CheckLog& log);
 void checkSteelSpringDampers(const ModelBundle& model, const ADJNODE& graph,

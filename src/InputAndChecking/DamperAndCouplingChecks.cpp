@@ -45,7 +45,7 @@ void warnOfLostShaft(const SHAFT_TABLE& shaft, RecordChecks& it, std::int32_t sh
 }  // namespace
 
 void checkViscousDampers(ModelBundle& model, const ADJNODE& graph, const ShaftsByNodes& shafts,
-                         CheckLog& log) {
+                         bool hasFreeProblem, CheckLog& log) {
   bool areFilesLoaded = false;
   checkRecords(log, "Viscous damper", model.viscousDamper, [&](RecordChecks& it, std::int32_t i) {
     const VISCOUSDAMPER_RECORD& damper = model.viscousDamper.at(i);
@@ -64,13 +64,19 @@ void checkViscousDampers(ModelBundle& model, const ADJNODE& graph, const ShaftsB
     if (canBeLinked) {
       it.error(isLinkedToOthers(model.mass, graph, damper.RINGNODE, damper.CASINGNODE),
                " has the ring linked to other inertia");
-      // The free problem leaves out rings and their links by these marks.
-      it.error(!isOwn(model.shaft, link, ShaftType::viscousDamperLink, ComponentType::viscousDamper,
-                      it.id()),
-               kLinkNotOwn, GET_SHAFT_ID(model.shaft, link));
-      it.error(GET_MASS_MASSTYPE(model.mass, GET_MASS_IMASS(model.mass, damper.RINGNODE)) !=
-                   MassType::viscousDamperRing,
-               " has a ring not marked as such, Inertia (", damper.RINGNODE);
+      const bool isRing =
+          GET_MASS_MASSTYPE(model.mass, GET_MASS_IMASS(model.mass, damper.RINGNODE)) ==
+          MassType::viscousDamperRing;
+      const bool isLink = GET_SHAFT_SHAFTTYPE(model.shaft, link) == ShaftType::viscousDamperLink;
+      // The free problem leaves out rings and their links by these marks: one without the other
+      // breaks it.
+      const bool isBroken = hasFreeProblem && isRing != isLink;
+      it.errorOrWarning(isBroken,
+                        !isOwn(model.shaft, link, ShaftType::viscousDamperLink,
+                               ComponentType::viscousDamper, it.id()),
+                        kLinkNotOwn, GET_SHAFT_ID(model.shaft, link));
+      it.errorOrWarning(isBroken, !isRing, " has a ring not marked as such, Inertia (",
+                        damper.RINGNODE);
     }
     // One call of the loader reads the files of all dampers.
     if (damper.ISCUSTOMDAMPING && !areFilesLoaded) {

@@ -11,11 +11,15 @@ bool needsLoadCaseColumns(std::int32_t calculationMode) {
   return calculationMode == forcedOnly || calculationMode == both;
 }
 
+bool hasFreeProblem(std::int32_t calculationMode) {
+  return calculationMode != reportsOnly && calculationMode != forcedOnly;
+}
+
 bool checkTables(ModelBundle& model, std::int32_t calculationMode) {
   CheckLog log;
   const ADJNODE graph(model.mass, model.shaft);
   const ShaftsByNodes shafts(model.shaft);
-  checkViscousDampers(model, graph, shafts, log);
+  checkViscousDampers(model, graph, shafts, hasFreeProblem(calculationMode), log);
   checkRubberDampers(model, graph, shafts, log);
   checkSteelSpringDampers(model, graph, shafts, log);
   checkLinearCouplings(model, log);

@@ -147,6 +147,7 @@ void checkReciprocatingPumps(const ModelBundle& model, CheckLog& log) {
                  " has a non-positive or no less than 1.0 connecting rod ratio (",
                  pump.CONRODRATIO);
         it.error(pump.RECIPMASS < 0.0, " has a negative reciprocating mass (", pump.RECIPMASS);
+        warnOfNegativeCount(pump.ISSIMPLIFIEDPRESSURE ? pump.RECIPROCATINGPUMPORDERNUMBER : 0, it);
         const std::string_view file = trimmed(pump.PUMPHARMONICFILE);
         it.error(!pump.ISSIMPLIFIEDPRESSURE && isBlank(file),
                  " must specify the address of harmonic component file");

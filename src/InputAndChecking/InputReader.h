@@ -78,11 +78,11 @@ struct Flag {
   }
 };
 
-/// A number of orders in use, of those that a machine can have.
+/// A number of orders in use, of those that a machine can have; one below 0 means none.
 struct OrderCount {
   std::int32_t& value;
   [[nodiscard]] bool readFrom(FreeFormat& line) const {
-    return line.read(value) && value >= 0 && value <= static_cast<std::int32_t>(kTorqueOrders);
+    return line.read(value) && value <= static_cast<std::int32_t>(kTorqueOrders);
   }
 };
 

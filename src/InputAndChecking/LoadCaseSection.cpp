@@ -1,4 +1,5 @@
 #include <array>
+#include <utility>
 
 #include "InputAndChecking/InputSections.h"
 
@@ -45,11 +46,12 @@ bool readWord(const std::string& word, Value& value) {
 }
 
 /// Reads the ids behind "RPM" and the kinds in the row below it. All messages name the id row.
+/// @param named out: number of columns, those of unknown kinds included
 bool readColumns(InputReader& in, ModelBundle& model, std::string ids, std::string kinds,
-                 std::int32_t idLine) {
+                 std::int32_t idLine, std::int32_t& named) {
   std::int32_t column = 0;
   takeWord(ids);
-  while (!isBlank(ids)) {
+  for (named = 0; !isBlank(ids); ++named) {
     const std::string idWord = takeWord(ids);
     const std::string kindWord = takeWord(kinds);
     std::int32_t id = 0;
@@ -85,7 +87,9 @@ bool readColumns(InputReader& in, ModelBundle& model, std::string ids, std::stri
 }
 
 /// Reads one row: the speed, then one power in kilowatts a column.
-bool readRow(InputReader& in, ModelBundle& model, std::int32_t loadCase, std::int32_t idLine) {
+/// @param powers out: number of powers in the row
+bool readRow(InputReader& in, ModelBundle& model, std::int32_t loadCase, std::int32_t idLine,
+             std::int32_t& powers) {
   std::string words = in.line();
   double rpm = 0.0;
   if (!readWord(takeWord(words), rpm)) {
@@ -94,7 +98,7 @@ bool readRow(InputReader& in, ModelBundle& model, std::int32_t loadCase, std::in
   }
   model.loadCaseSpeed.set(loadCase, rpm);
   const std::int32_t columns = GET_LOADCASE_NCOMPONENT(model.loadCase);
-  for (std::int32_t column = 1; column <= columns && !isBlank(words); ++column) {
+  for (powers = 0; !isBlank(words); ++powers) {
     double kilowatts = 0.0;
     if (!readWord(takeWord(words), kilowatts)) {
       in.log().record(
@@ -103,7 +107,9 @@ bool readRow(InputReader& in, ModelBundle& model, std::int32_t loadCase, std::in
           idLine);
       return false;
     }
-    model.loadCasePower.set(column, loadCase, kilowatts * 1000.0);
+    if (powers < columns) {
+      model.loadCasePower.set(powers + 1, loadCase, kilowatts * 1000.0);
+    }
   }
   return true;
 }
@@ -129,17 +135,24 @@ bool readLoadCases(InputReader& in, ModelBundle& model) {
   const std::int32_t idLine = in.lineNumber();
   const std::string ids = in.line();
   const std::string kinds = in.nextLine() ? in.line() : std::string();
-  if (!readColumns(in, model, ids, kinds, idLine)) {
+  std::int32_t columns = 0;
+  if (!readColumns(in, model, ids, kinds, idLine, columns)) {
     return false;
   }
+  bool hasWarned = false;
   for (std::int32_t loadCase = 1; loadCase <= loadCases && in.nextLine(); ++loadCase) {
     if (isBlank(in.line())) {
       in.log().record("Warning: Load case table ends at a blank line, load case", loadCase,
                       " and those behind it have speed and power 0");
       break;
     }
-    if (!readRow(in, model, loadCase, idLine)) {
+    std::int32_t powers = 0;
+    if (!readRow(in, model, loadCase, idLine, powers)) {
       return false;
+    }
+    if (powers > columns && !std::exchange(hasWarned, true)) {
+      in.log().record("Warning: Load case", loadCase, " has", powers, " powers for", columns,
+                      " columns, the surplus is left out here and in the rows behind");
     }
   }
   return true;

@@ -2,6 +2,7 @@
 #include <span>
 
 #include "InputAndChecking/CheckList.h"
+#include "RunControl/StringOperation.h"
 
 namespace verenwick {
 namespace {
@@ -17,6 +18,7 @@ void checkRotatingMachine(const ModelBundle& model, const Machine& machine, std:
 
 /// The orders in use excite in positive direction of time.
 void checkOrders(std::span<const double> orders, std::int32_t inUse, RecordChecks& it) {
+  warnOfNegativeCount(inUse, it);
   const auto count = static_cast<std::size_t>(std::max(inUse, 0));
   for (const double order : orders.first(std::min(count, orders.size()))) {
     it.error(order < 0.0, " has a negative order (", order);
@@ -93,6 +95,8 @@ void checkPropellers(const ModelBundle& model, CheckLog& log) {
     it.error(propeller.TORQUEPERCENT2 < 0.0, " has a negative 2nd order torque amplitude (",
              propeller.TORQUEPERCENT2);
     warnOfNoExcitation(propeller.TORQUEPERCENT2, "'s 2nd order excitation", it);
+    it.warning(propeller.HASICEEXCITATION && isBlank(propeller.EXCITATIONFILE),
+               " has ice excitation without a file, the ice gives no torque");
   });
 }
 

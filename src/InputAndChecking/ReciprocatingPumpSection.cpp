@@ -41,7 +41,8 @@ bool readPressureLines(InputReader& in, RECIPROCATINGPUMP_RECORD& pump, std::int
                percent(pump.RECIPROCATINGPUMPTORQUEPERCENT))) {
     return false;
   }
-  for (std::size_t j = 0; j < static_cast<std::size_t>(pump.RECIPROCATINGPUMPORDERNUMBER); ++j) {
+  const auto inUse = static_cast<std::size_t>(std::max(pump.RECIPROCATINGPUMPORDERNUMBER, 0));
+  for (std::size_t j = 0; j < inUse; ++j) {
     const double order = pump.RECIPROCATINGPUMPORDER[j];
     if (order != 0.0 && !isPumpOrder(order)) {
       in.log().record("Warning: Reciprocating pump", id, " has an order outside 1 to 20 (", order,

@@ -122,6 +122,7 @@ TEST_F(HarmonicDataTest, FailuresHaveTheirWords) {
            Case{"Orders:3", "Orders:", line(2)},
            Case{"Orders:3", "Ord 3", line(2)},
            Case{"Orders:3", "Orders:3.5", line(2)},
+           Case{"Orders:3", "Orders:-1", line(2)},
            Case{"Orders:3", "Orders:25",
                 "Number of harmonic orders exceeds the max allowable number"},
            Case{"Orders:3", "Orders:20000000000", line(2)},
@@ -144,6 +145,16 @@ TEST_F(HarmonicDataTest, FailuresHaveTheirWords) {
     EXPECT_FALSE(loadHarmonicFile(write(test::replaced(good, c.from, c.to)), c.kind, data));
     EXPECT_EQ(log(), " " + c.words + "\n") << c.from << " " << c.to;
   }
+}
+
+TEST_F(HarmonicDataTest, AFileWithoutOrdersIsReadWithAWarning) {
+  HarmonicFileText none = kCurves;
+  none.resultant.clear();
+  none.phase.clear();
+  const SharedHarmonicData data = loaded(none.text());
+  EXPECT_EQ(log(), " Warning: " + directory_.file("engine.har") +
+                       " has no harmonic orders, its pressures excite nothing\n");
+  EXPECT_TRUE(interpolateHarmonics(data, 10e5).empty());
 }
 
 TEST_F(HarmonicDataTest, OneCallReadsTheFilesOfAllEngines) {

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "ForcedVibration/EveryKind.h"
+#include "results/ResultReader.h"
 
 namespace verenwick::test {
 namespace {
@@ -127,6 +128,22 @@ TEST(PropellerIceResults, MeanTermGoesToTheShaftsByInertiaAndSpeed) {
   }
   EXPECT_EQ(IceRun(kTwoPropellers, "700 900").records("NominalTorque.bin"),
             IceRun(kTwoPropellers, "0 0").records("NominalTorque.bin"));
+}
+
+/// The marks are written with the first load case: without any, their file is whole and empty.
+TEST(PropellerIceResults, ARunWithoutLoadCasesIsWhole) {
+  const std::string input = onePropeller(1);
+  SolverRun run;
+  run.directory().write("ice.txt", readText(kEveryKind / "ice.txt"));
+  run.start(input.substr(0, input.find("LOADCASE")), 7);
+  ASSERT_EQ(run.status(), 1) << run.log();
+  const results::ResultDirectory directory(run.results());
+  for (const auto& file : results::kResultFiles) {
+    if (file.layout != results::Layout::text && directory.has(file)) {
+      EXPECT_NO_THROW(static_cast<void>(directory.open(file))) << file.name;
+    }
+  }
+  EXPECT_TRUE(directory.has(results::resultFile("PropellerShaftMarks.bin")));
 }
 
 }  // namespace

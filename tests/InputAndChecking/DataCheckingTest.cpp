@@ -48,6 +48,49 @@ TEST_F(DataChecking, EveryMachineNeedsALoadCaseColumnForTheForcedProblem) {
   }
 }
 
+// The link of the viscous damper is shaft 301, its ring inertia 201: one or the other is taken by
+// another component.
+const std::string kCoupledLink = replaced(everyKindInput(), "\n304 5000.0", "\n301 5000.0");
+const std::string kTurbineRing =
+    replaced(everyKindInput(), "\n213 5000.0 3000.0", "\n201 5000.0 3000.0");
+const std::string kBoth = replaced(kCoupledLink, "\n213 5000.0 3000.0", "\n201 5000.0 3000.0");
+
+/// The free problem fails where only one of them is left out by its mark.
+TEST_F(DataChecking, ADampersLostMarkIsAnErrorOnlyWhereItBreaksTheFreeProblem) {
+  const std::string link = " Viscous damper 11 has a link not marked as its own, Shaft (301)\n";
+  const std::string ring = " Viscous damper 11 has a ring not marked as such, Inertia (201)\n";
+  for (const auto& [input, words, breaks] : {std::tuple{kCoupledLink, std::vector{link}, true},
+                                             {kTurbineRing, std::vector{ring}, true},
+                                             {kBoth, std::vector{link, ring}, false}}) {
+    for (const std::int32_t mode : {0, 1, 2, 3, 7}) {
+      read_.read(input);
+      const bool isError = breaks && mode != 0 && mode != 2;
+      std::string expected;
+      for (const std::string& each : words) {
+        expected += (isError ? " Error:" : " Warning:") + each;
+      }
+      EXPECT_EQ(check(mode), expected) << mode;
+      EXPECT_EQ(isSound_, !isError) << mode;
+    }
+  }
+}
+
+TEST(LostMarks, WhatPassesIsCalculated) {
+  for (const auto& [input, mode] :
+       {std::pair{kCoupledLink, 2}, {kTurbineRing, 2}, {kBoth, 2}, {kBoth, 1}}) {
+    const SolverRun run(input, mode);
+    EXPECT_EQ(run.status(), 1);
+    EXPECT_EQ(run.log().find("**"), std::string::npos) << run.log();
+  }
+}
+
+TEST_F(DataChecking, IceWithoutAFileIsTold) {
+  read_.read(replaced(everyKindInput(), "LOADCASE\n", "PROPELLERICE 22\n0\n\nLOADCASE\n"));
+  EXPECT_EQ(check(),
+            " Warning: Propeller 22 has ice excitation without a file, the ice gives no torque\n");
+  EXPECT_TRUE(isSound_);
+}
+
 TEST_F(DataChecking, MessagesOfSharedIdsHaveAnEnd) {
   // 1 + 2 + ... + 199 matches among 200 records.
   const GENERATOR_RECORD generator = model().generator.at(1);
