@@ -6,6 +6,7 @@
 #include <string>
 
 #include "ComponentTables/ModelBundle.h"
+#include "ComputationsSrc/Lapack.h"
 #include "ForcedVibration/ForcedVibration.h"
 #include "FreeVibration/FreeVibration.h"
 #include "InputAndChecking/CouplingPowerPrepare.h"
@@ -71,6 +72,7 @@ void calculate(ModelBundle& model, std::int32_t mode) {
   if (mode == reportsOnly) {
     return;
   }
+  lapack::claimMemory();
   if (mode != forcedOnly) {
     FREEVIBRATIONCALCULATION(model);
   }

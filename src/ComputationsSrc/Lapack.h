@@ -40,4 +40,8 @@ void zgtsv_(const std::int32_t& N, const std::int32_t& NRHS, Complex* DL, Comple
             Complex* B, const std::int32_t& LDB, std::int32_t& INFO);
 }
 
+/// Makes sure of the working memory of the library behind these routines before the first call of
+/// one; throws RunStopped where it is not to be had.
+void claimMemory();
+
 }  // namespace verenwick::lapack

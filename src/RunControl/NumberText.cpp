@@ -3,7 +3,6 @@
 #include <array>
 #include <charconv>
 #include <cmath>
-#include <cstdio>
 #include <cstdlib>
 
 namespace verenwick {
@@ -17,10 +16,13 @@ std::string field(const std::string& text, int width) {
   return std::string(room - text.size(), ' ') + text;
 }
 
-std::string printed(const char* format, int decimals, double value) {
+/// The largest double has 309 digits before its point. The text knows no locale: a host's decimal
+/// comma does not get into a file.
+std::string printed(std::chars_format format, int decimals, double value) {
   std::array<char, 400> buffer{};
-  const int length = std::snprintf(buffer.data(), buffer.size(), format, decimals, value);
-  return {buffer.data(), static_cast<std::size_t>(length)};
+  const auto end =
+      std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, format, decimals);
+  return {buffer.data(), end.ptr};
 }
 
 std::string notFinite(double value) {
@@ -43,15 +45,17 @@ std::string integerField(std::int32_t value, int width) {
 }
 
 std::string fixedField(double value, int width, int decimals) {
-  return field(std::isfinite(value) ? printed("%.*f", decimals, value) : notFinite(value), width);
+  return field(
+      std::isfinite(value) ? printed(std::chars_format::fixed, decimals, value) : notFinite(value),
+      width);
 }
 
 std::string scientificField(double value, int width, int decimals, int exponentDigits) {
   if (!std::isfinite(value)) {
     return field(notFinite(value), width);
   }
-  const std::string text = printed("%.*E", decimals, value);
-  const std::size_t letter = text.find('E');
+  const std::string text = printed(std::chars_format::scientific, decimals, value);
+  const std::size_t letter = text.find('e');
   const char sign = text[letter + 1];
   std::string digits = std::to_string(std::abs(std::atoi(text.c_str() + letter + 1)));
   const auto wanted = static_cast<std::size_t>(exponentDigits);
