@@ -11,25 +11,36 @@ DiagnosticFile::DiagnosticFile(std::string_view name, bool isWanted) {
   }
 }
 
-void DiagnosticFile::write(const char* heading) {
+void DiagnosticFile::write(const char* heading) { writeLine(std::string(" ") + heading); }
+
+void DiagnosticFile::writeLine(const std::string& line) {
   if (file_) {
-    std::fprintf(file_.get(), " %s\n", heading);
+    std::fprintf(file_.get(), "%s\n", line.c_str());
   }
 }
 
 void DiagnosticFile::write(const char* heading, std::span<const double> values) {
-  write(heading);
-  for (const double value : file_ ? values : std::span<const double>()) {
-    std::fprintf(file_.get(), " %s\n", shortestText(value).c_str());
+  if (!file_) {
+    return;
   }
+  write(heading);
+  std::string line;
+  for (const double value : values) {
+    line += ' ' + shortestText(value);
+  }
+  writeLine(line);
 }
 
 void DiagnosticFile::write(const char* heading, std::span<const std::complex<double>> values) {
-  write(heading);
-  for (const auto& value : file_ ? values : std::span<const std::complex<double>>()) {
-    std::fprintf(file_.get(), " (%s,%s)\n", shortestText(value.real()).c_str(),
-                 shortestText(value.imag()).c_str());
+  if (!file_) {
+    return;
   }
+  write(heading);
+  std::string line;
+  for (const auto& value : values) {
+    line += " (" + shortestText(value.real()) + ',' + shortestText(value.imag()) + ')';
+  }
+  writeLine(line);
 }
 
 }  // namespace verenwick

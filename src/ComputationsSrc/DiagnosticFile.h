@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <memory>
 #include <span>
+#include <string>
 #include <string_view>
 
 /// A text file in the result directory for whoever looks into a calculation; no run makes one.
@@ -16,10 +17,13 @@ class DiagnosticFile {
   /// The stream, null if there is none.
   std::FILE* unit() const { return file_.get(); }
   void write(const char* heading);
+  /// An array is one line behind its heading.
   void write(const char* heading, std::span<const double> values);
   void write(const char* heading, std::span<const std::complex<double>> values);
 
  private:
+  void writeLine(const std::string& line);
+
   struct Close {
     void operator()(std::FILE* file) const { static_cast<void>(std::fclose(file)); }
   };

@@ -62,8 +62,8 @@ TEST(FreeUndampedVibrations, DiagnosticsListTheProblemAndItsModes) {
   EXPECT_EQ(testing::internal::GetCapturedStdout(), begin + end);
   solve(2);
   EXPECT_EQ(test::readText(place.directory().file("ZBTQ.txt")),
-            " === Test Free undamped vibrations Codes ===\n Mass moment of inertia\n 4\n 1\n"
-            " Stifness matrix\n 144\n 25\n" +
+            " === Test Free undamped vibrations Codes ===\n Mass moment of inertia\n 4 1\n"
+            " Stifness matrix\n 144 25\n" +
                 begin +
                 " Eigenvectors one by one\n Eigenvector # 1\n 0\n 1\n"
                 " Eigenvector # 2\n 0.5\n 0\n" +

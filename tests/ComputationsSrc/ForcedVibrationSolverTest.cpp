@@ -149,15 +149,15 @@ TEST(ForcedVibrationSolver, DiagnosticsListTheSystemAndItsResponse) {
                              solved.response(), level);
   }
   EXPECT_EQ(test::readText(file),
-            " === Test Forced damped vibrations Codes ===\n Mass moment of inertia\n 3\n 2\n"
-            " Stifness matrix\n 500\n 500\n -500\n -500\n Absolute damping\n 0\n 0\n"
-            " Absolute damping, prescirbed with magnifiers\n 0\n 0\n"
-            " Relative damping\n 5\n 5\n -5\n -5\n"
-            " Relative damping, prescribed with magnifiers\n 0\n 0\n -0\n -0\n"
-            " Excitation Fourier Coefficients\n (-1.5,0)\n (0,-2)\n Forced vibration Fourier "
+            " === Test Forced damped vibrations Codes ===\n Mass moment of inertia\n 3 2\n"
+            " Stifness matrix\n 500 500 -500 -500\n Absolute damping\n 0 0\n"
+            " Absolute damping, prescirbed with magnifiers\n 0 0\n"
+            " Relative damping\n 5 5 -5 -5\n"
+            " Relative damping, prescribed with magnifiers\n 0 0 -0 -0\n"
+            " Excitation Fourier Coefficients\n (-1.5,0) (0,-2)\n Forced vibration Fourier "
             "coefficients\n"
-            " Amplitude\n 3\n 4\n Angle, rad\n 3.141592653589793\n 1.5707963267948966\n"
-            " Angle, deg\n 180\n 90\n Real\n -1.5\n 0\n Imaginary\n 0\n -2\n");
+            " Amplitude\n 3 4\n Angle, rad\n 3.141592653589793 1.5707963267948966\n"
+            " Angle, deg\n 180 90\n Real\n -1.5 0\n Imaginary\n 0 -2\n");
 }
 
 }  // namespace

@@ -85,6 +85,33 @@ class BrokenRun(HostTest):
         self.check(run, 1, "Verenwick.log")
         self.assertEqual(list(self.results.iterdir()), [])
 
+    @unittest.skipIf(b"__asan_init" in PROGRAM.read_bytes(),
+                     "AddressSanitizer itself needs terabytes of address space")
+    def test_with_little_address_space_a_run_ends_whole_or_in_words(self):
+        self.write("plant.txt", (EXAMPLES / "two-stroke-ship" / "input.txt").read_text())
+        self.run_whole()
+        whole = sorted(path.name for path in self.results.iterdir())
+        endings = set()
+        for megabytes in range(40, 300, 10):
+            room = megabytes << 20
+            run = self.start(
+                preexec_fn=lambda: resource.setrlimit(resource.RLIMIT_AS, (room, room)))
+            try:
+                _, said = run.communicate(timeout=60)
+            except subprocess.TimeoutExpired:
+                run.kill()
+                run.communicate()
+                self.fail(f"hangs with {megabytes} MB")
+            if run.returncode == 0:
+                self.assertEqual(sorted(path.name for path in self.results.iterdir()), whole)
+                endings.add("whole")
+            else:
+                self.assertGreater(run.returncode, 0, (megabytes, said))
+                self.assertNotEqual(said.strip(), "", megabytes)
+                endings.add("Not enough memory" in said)
+        # Some can't load the libraries, the linear algebra finds no room in others.
+        self.assertEqual(endings, {"whole", True, False})
+
 
 if __name__ == "__main__":
     unittest.main()
