@@ -5,7 +5,7 @@ set -eu
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 cmake --install "$1" --prefix "$work/prefix" >"$work/install.log"
-cmake -S "$2" -B "$work/host" -DCMAKE_PREFIX_PATH="$work/prefix" >"$work/cmake.log"
+cmake -G Ninja -S "$2" -B "$work/host" -DCMAKE_PREFIX_PATH="$work/prefix" >"$work/cmake.log"
 cmake --build "$work/host" >"$work/build.log"
 "$work/host/host"
 PKG_CONFIG_PATH=$(dirname "$(find "$work/prefix" -name verenwick.pc)")
