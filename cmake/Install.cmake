@@ -6,6 +6,13 @@ install(TARGETS verenwick EXPORT verenwickTargets
   RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
   PUBLIC_HEADER DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 install(TARGETS verenwick_host RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+if(UNIX AND NOT CMAKE_CROSSCOMPILING)
+  set(shell_files ${PROJECT_BINARY_DIR}/host/shell)
+  install(FILES ${shell_files}/verenwick
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions)
+  install(FILES ${shell_files}/_verenwick DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/site-functions)
+  install(FILES ${shell_files}/verenwick.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+endif()
 install(EXPORT verenwickTargets NAMESPACE verenwick::
   DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/verenwick)
 

@@ -35,7 +35,7 @@ class HelpText : public CLI::Formatter {
     if (option->get_positional()) {
       return option->get_expected_max() > 1 ? "..." : "";
     }
-    const std::string type = option->get_type_size() == 0 ? "" : option->get_type_name();
+    const std::string type = valueOf(*option);
     return (type.empty() ? "" : " " + type) + (option->get_required() ? "  (required)" : "");
   }
   std::string make_description(const CLI::App* command) const override {
@@ -165,8 +165,12 @@ std::vector<std::string> namesOf(const CLI::Option& option) {
   return names;
 }
 
+std::string valueOf(const CLI::Option& option) {
+  return option.get_type_size() == 0 ? "" : option.get_type_name();
+}
+
 std::vector<std::string> choicesOf(const CLI::Option& option) {
-  const std::string type = option.get_type_name();
+  const std::string type = valueOf(option);
   if (type.find('|') == std::string::npos) {
     return {};
   }

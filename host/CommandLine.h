@@ -25,6 +25,9 @@ std::vector<const CLI::Option*> positionals(const CLI::App& command);
 /// The names of an option: "-o", "--output".
 std::vector<std::string> namesOf(const CLI::Option& option);
 
+/// The name of what an option takes; empty for a flag.
+std::string valueOf(const CLI::Option& option);
+
 /// The choices that an option takes; none if it takes something else.
 std::vector<std::string> choicesOf(const CLI::Option& option);
 

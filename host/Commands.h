@@ -31,4 +31,10 @@ void addPressureCommand(CLI::App& program, int& status);
 /// verenwick forces: the forces on the crank pin of a cylinder, or their harmonics, as CSV.
 void addForcesCommand(CLI::App& program, int& status);
 
+/// verenwick completion SHELL: completion of command lines for bash or zsh. Help doesn't list it.
+void addCompletionCommand(CLI::App& program, int& status);
+
+/// verenwick manual: the manual page. Help doesn't list it.
+void addManualCommand(CLI::App& program, int& status);
+
 }  // namespace verenwick::host

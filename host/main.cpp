@@ -36,6 +36,8 @@ int main(int argc, char** argv) {
     verenwick::host::addExportCommand(program, status);
     verenwick::host::addPressureCommand(program, status);
     verenwick::host::addForcesCommand(program, status);
+    verenwick::host::addCompletionCommand(program, status);
+    verenwick::host::addManualCommand(program, status);
     verenwick::host::formatHelp(program);
     try {
       program.parse(argc, argv);

@@ -1,8 +1,10 @@
 """What is typed: names of files, commands and options, and the words for what is wrong with them."""
 import csv
 import os
+import re
 import shutil
 import struct
+import subprocess
 import unittest
 
 from support import EXAMPLES, HostTest, records
@@ -205,6 +207,64 @@ class Show(HostTest):
                           if path.suffix in (".bin", ".txt", ".log")})
         (self.here / "empty").mkdir()
         self.assertIn("holds no results", self.call("show", "empty", status=1).stderr)
+
+
+class Shells(HostTest):
+    """Completion and manual, made from the options themselves."""
+
+    def complete(self, line):
+        """What bash offers behind a line."""
+        script = self.write("completion", self.call("completion", "bash").stdout)
+        words = line.split(" ")
+        done = subprocess.run(
+            ["bash", "-c", 'source "$1"; shift; COMP_WORDS=("$@"); COMP_CWORD=$(($# - 1)); '
+             '_verenwick; printf "%s\\n" "${COMPREPLY[@]}"', "bash", script, *words],
+            cwd=self.here, capture_output=True, text=True, timeout=60)
+        self.assertEqual((done.returncode, done.stderr), (0, ""))
+        return done.stdout.split("\n")[:-1]
+
+    def test_bash(self):
+        for name in ("plants/a b.txt", "results/NaturalFrequency.bin", "results/DieselTorque.bin",
+                     "results/Verenwick.log"):
+            self.write(name, "")
+        for line, words in (("verenwick r", ["run", "report"]),
+                            ("verenwick --v", ["--version"]),
+                            ("verenwick run --re", ["--results", "--report"]),
+                            ("verenwick run plants/", ["plants/a b.txt"]),
+                            ("verenwick run x --mode f", ["free", "forced"]),
+                            ("verenwick run --mode = f", ["free", "forced"]),
+                            ("verenwick run --results re", ["results"]),
+                            ("verenwick run --jobs ", [""]),
+                            ("verenwick export results --format x", ["xlsx"]),
+                            ("verenwick show re", ["results"]),
+                            ("verenwick show results d", ["DieselTorque"]),
+                            ("verenwick show --case 3 results N", ["NaturalFrequency"]),
+                            ("verenwick show --csv results V", ["Verenwick"]),
+                            ("verenwick walk ", [""])):
+            self.assertEqual(self.complete(line), words, line)
+        # Every option of every command that help tells of.
+        for command in self.complete("verenwick "):
+            text = self.call(command, "--help").stdout
+            options = set(re.findall(r"^  (?:-\w,)?(--[\w-]+)", text, re.MULTILINE))
+            self.assertLess(1, len(options))
+            self.assertEqual(set(self.complete(f"verenwick {command} --")), options)
+
+    def test_zsh_and_manual(self):
+        script = self.write("_verenwick", self.call("completion", "zsh").stdout)
+        manual = self.write("verenwick.1", self.call("manual").stdout)
+        # The shell reads it, and its own checks of what an option takes find no fault.
+        for command in (["zsh", "-n", script], ["mandoc", "-T", "lint", "-W", "error", manual]):
+            done = subprocess.run(command, capture_output=True, text=True, timeout=60)
+            self.assertEqual((done.returncode, done.stdout, done.stderr), (0, "", ""), command)
+        text = subprocess.run(["mandoc", "-T", "ascii", manual], capture_output=True, text=True,
+                              timeout=60).stdout
+        text = re.sub(".\b", "", text)
+        for command in ("run", "show", "report", "export", "pressure", "forces"):
+            self.assertIn(f"verenwick {command} [OPTION...]", text)
+            for option in re.findall(r"^  (?:-\w,)?(--[\w-]+)",
+                                     self.call(command, "--help").stdout, re.MULTILINE):
+                self.assertIn(option, text)
+                self.assertIn(f"{option}[", script.read_text())
 
 
 if __name__ == "__main__":
