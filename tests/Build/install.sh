@@ -5,6 +5,10 @@ set -eu
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 cmake --install "$1" --prefix "$work/prefix" >"$work/install.log"
+for file in bash-completion/completions/verenwick zsh/site-functions/_verenwick man/man1/verenwick.1
+do
+  grep -q verenwick "$work/prefix/share/$file"
+done
 cmake -G Ninja -S "$2" -B "$work/host" -DCMAKE_PREFIX_PATH="$work/prefix" >"$work/cmake.log"
 cmake --build "$work/host" >"$work/build.log"
 "$work/host/host"
