@@ -38,6 +38,18 @@ void write(const std::string& text) {
   }
 }
 
+/// What must be said of the results: at the head of a table, beside one that a program reads.
+void writeRemark(const TableForm& form) {
+  if (form.remark.empty()) {
+    return;
+  }
+  if (form.csv) {
+    fmt::print(stderr, "{}\n", form.remark);
+  } else {
+    write(fmt::format("({})\n", form.remark));
+  }
+}
+
 /// A number as short as it reads back.
 std::string plain(double value) { return fmt::format("{}", value); }
 
@@ -292,10 +304,8 @@ void showTable(ResultValues values, const ResultDirectory& directory, const Know
   }
   if (!form.csv) {
     write(fmt::format("{}: {}\n", values.file().name, values.file().holds));
-    if (!form.remark.empty()) {
-      write(fmt::format("({})\n", form.remark));
-    }
   }
+  writeRemark(form);
   lines.writeHeader();
   Position at;
   for (const Axis& axis : selection.axes()) {
@@ -337,8 +347,9 @@ void showList(const ResultDirectory& directory, const std::string& about, const 
   if (form.csv) {
     write("file,unit,size,holds\n");
   } else {
-    write(about + "\n" + (form.remark.empty() ? "" : fmt::format("({})\n", form.remark)));
+    write(about + "\n");
   }
+  writeRemark(form);
   std::optional<Step> heading;
   for (const ResultFile* file : files) {
     std::string sizes;
