@@ -12,7 +12,6 @@
 #include <cstring>
 #include <exception>
 #include <new>
-#include <ranges>
 #include <utility>
 
 namespace verenwick::host {
@@ -30,8 +29,8 @@ std::atomic<int> caughtCount = 0;
 /// Calls nothing that a signal handler may not call. Files made later lie in directories made
 /// earlier.
 void removeUnfinished() {
-  for (Text& each : unfinished | std::views::reverse) {
-    const char* path = each.exchange(nullptr);
+  for (std::size_t slot = unfinished.size(); slot > 0; --slot) {
+    const char* path = unfinished[slot - 1].exchange(nullptr);
     if (path != nullptr && unlink(path) != 0) {
       rmdir(path);
     }

@@ -1,14 +1,41 @@
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <cmath>
-#include <fstream>
+#include <deque>
 #include <iterator>
+#include <optional>
 #include <stdexcept>
 
+#include "host/Ending.h"
 #include "host/Export.h"
+#include "host/WholeFile.h"
 
 namespace verenwick::host {
 namespace {
+
+namespace fs = std::filesystem;
+
+/// A directory that was made for the tables: it goes away with them if they don't come to stay.
+class NewDirectory {
+ public:
+  explicit NewDirectory(fs::path path) : path_(std::move(path)) {
+    if (!path_.empty()) {
+      unfinished_.emplace(path_);
+    }
+  }
+  NewDirectory(const NewDirectory&) = delete;
+  NewDirectory& operator=(const NewDirectory&) = delete;
+  ~NewDirectory() {
+    if (std::error_code error; !path_.empty()) {
+      fs::remove(path_, error);  // unless it holds something
+    }
+  }
+
+ private:
+  fs::path path_;
+  std::optional<Unfinished> unfinished_;
+};
 
 /// With as many digits as read back the same number.
 void append(std::string& line, double value) {
@@ -19,12 +46,11 @@ void append(std::string& line, double value) {
   }
 }
 
-void writeTable(ExportTable table, const std::filesystem::path& path) {
-  std::ofstream stream(path, std::ios::binary);
+void writeTable(ExportTable table, WholeFile& file) {
   std::string line;
-  const auto end = [&stream, &line] {
+  const auto end = [&file, &line] {
     line.back() = '\n';
-    stream << line;
+    file.write(line);
     line.clear();
   };
   for (const std::string& word : table.header()) {
@@ -43,24 +69,48 @@ void writeTable(ExportTable table, const std::filesystem::path& path) {
     }
     end();
   }
-  stream.close();
-  if (!stream) {
-    throw std::runtime_error(fmt::format("{} can't be written", path.string()));
-  }
+  file.close();
+}
+
+std::string nameOf(const results::ResultFile& file) {
+  return fs::path(file.name).stem().string() + ".csv";
 }
 
 }  // namespace
 
 void exportCsv(const results::ResultDirectory& directory, const Names& names,
-               const std::filesystem::path& output) {
+               const fs::path& output) {
+  static_assert(results::kResultFiles.size() < kUnfinishedFiles);
   std::error_code error;
-  std::filesystem::create_directories(output, error);
-  if (!std::filesystem::is_directory(output, error)) {
+  if (fs::is_symlink(fs::symlink_status(output, error))) {
+    throw std::runtime_error(
+        fmt::format("{} can't be written: it is a link, which is not followed", output.string()));
+  }
+  const bool present = fs::exists(output, error);
+  fs::create_directories(output, error);
+  if (!fs::is_directory(output, error)) {
     throw std::runtime_error(fmt::format("{} can't be made a directory", output.string()));
   }
-  for (const results::ResultFile* file : binaryFiles(directory)) {
-    const std::filesystem::path name = file->name;
-    writeTable({directory.open(*file), names}, output / (name.stem().string() + ".csv"));
+  const std::vector<const results::ResultFile*> exported = binaryFiles(directory);
+  const NewDirectory made(present ? fs::path() : output);
+  // All of them are written before the first takes the place of an earlier one.
+  std::deque<WholeFile> files;
+  for (const results::ResultFile* each : exported) {
+    writeTable({directory.open(*each), names}, files.emplace_back(output / nameOf(*each)));
+  }
+  const HeldSignals held;
+  for (WholeFile& file : files) {
+    file.finish();
+  }
+  // Tables of an earlier export that these results don't have; whatever else is there stays.
+  for (const results::ResultFile& each : results::kResultFiles) {
+    const fs::path path = output / nameOf(each);
+    if (each.layout != results::Layout::text &&
+        std::find(exported.begin(), exported.end(), &each) == exported.end() &&
+        fs::is_regular_file(fs::symlink_status(path, error)) && !fs::remove(path, error)) {
+      throw std::runtime_error(fmt::format("{} of an earlier export can't be removed: {}",
+                                           path.string(), error.message()));
+    }
   }
 }
 

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "host/Export.h"
+#include "host/WholeFile.h"
 
 namespace verenwick::host {
 namespace {
@@ -22,12 +23,15 @@ using results::ResultValues;
 /// Values that are copied at once.
 constexpr std::int64_t kBlockValues = 1 << 20;
 
+/// A call of the library failed.
+struct Hdf5Failure {};
+
 /// An identifier of the library, closed in the end.
 class Handle {
  public:
   Handle(hid_t id, herr_t (*closer)(hid_t)) : id_(id), close_(closer) {
     if (id_ < 0) {
-      throw std::runtime_error("the HDF5 file can't be written");
+      throw Hdf5Failure();
     }
   }
   Handle(Handle&& other) noexcept
@@ -47,7 +51,7 @@ class Handle {
 
   static void check(herr_t status) {
     if (status < 0) {
-      throw std::runtime_error("the HDF5 file can't be written");
+      throw Hdf5Failure();
     }
   }
 
@@ -197,12 +201,9 @@ void writeNames(hid_t file, const ShaftLine& line) {
   writeList(file, "LoadCaseSpeeds", H5T_IEEE_F64LE, H5T_NATIVE_DOUBLE, line.loadCaseSpeeds, "rpm");
 }
 
-}  // namespace
-
-void exportHdf5(const ResultDirectory& directory, const Names& names,
-                const std::filesystem::path& output) {
-  H5Eset_auto2(H5E_DEFAULT, nullptr, nullptr);  // failures are told by exceptions
-  Handle file(H5Fcreate(output.c_str(), H5F_ACC_TRUNC, H5P_DEFAULT, H5P_DEFAULT), H5Fclose);
+void writeAll(const ResultDirectory& directory, const Names& names,
+              const std::filesystem::path& path) {
+  Handle file(H5Fcreate(path.c_str(), H5F_ACC_TRUNC, H5P_DEFAULT, H5P_DEFAULT), H5Fclose);
   for (const ResultFile* each : binaryFiles(directory)) {
     writeValues(file, directory.open(*each));
   }
@@ -215,6 +216,23 @@ void exportHdf5(const ResultDirectory& directory, const Names& names,
     writeNames(file, *names);
   }
   file.close();
+}
+
+}  // namespace
+
+void exportHdf5(const ResultDirectory& directory, const Names& names,
+                const std::filesystem::path& output) {
+  // The library would write once more what it could not, when the program ends, and crash.
+  H5dont_atexit();
+  H5Eset_auto2(H5E_DEFAULT, nullptr, nullptr);  // failures are told by exceptions
+  WholeFile target(output);
+  target.close();
+  try {
+    writeAll(directory, names, target.temporary());
+  } catch (const Hdf5Failure&) {
+    target.fail();
+  }
+  target.finish();
 }
 
 }  // namespace verenwick::host

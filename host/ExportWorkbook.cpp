@@ -1,100 +1,235 @@
 #include <fmt/format.h>
-#include <xlsxwriter.h>
 
 #include <charconv>
 #include <cmath>
+#include <cstdint>
+#include <iterator>
 #include <stdexcept>
-#include <utility>
+#include <string>
+#include <string_view>
+#include <vector>
 
 #include "host/Export.h"
+#include "host/WholeFile.h"
+#include "host/ZipFile.h"
 
+// A workbook is a zip archive of XML parts. They go into the archive piece by piece, so that it may
+// be larger than memory, with no other file on the way.
 namespace verenwick::host {
 namespace {
 
-constexpr std::int64_t kSheetRows = LXW_ROW_MAX;
-constexpr std::size_t kSheetColumns = LXW_COL_MAX;
+constexpr std::int64_t kSheetRows = 1048576;
+constexpr std::size_t kSheetColumns = 16384;
 constexpr std::size_t kSheetName = 31;
-constexpr double kColumnWidth = 14;
+constexpr int kHeadRows = 2;
+constexpr int kColumnWidth = 14;
+constexpr std::size_t kBlockBytes = 1 << 16;
 
-void check(lxw_error error) {
-  if (error != LXW_NO_ERROR) {
-    throw std::runtime_error(fmt::format("the workbook can't be written: {}", lxw_strerror(error)));
+constexpr std::string_view kDeclaration =
+    R"(<?xml version="1.0" encoding="UTF-8" standalone="yes"?>)"
+    "\n";
+constexpr std::string_view kSchemas = "http://schemas.openxmlformats.org/";
+constexpr std::string_view kTypeOfPart =
+    "application/vnd.openxmlformats-officedocument.spreadsheetml.";
+
+/// Cell formats: 0 is plain, 1 is bold.
+constexpr std::string_view kStyles =
+    R"(<fonts count="2"><font><sz val="11"/><name val="Calibri"/></font>)"
+    R"(<font><b/><sz val="11"/><name val="Calibri"/></font></fonts>)"
+    R"(<fills count="2"><fill><patternFill patternType="none"/></fill>)"
+    R"(<fill><patternFill patternType="gray125"/></fill></fills>)"
+    R"(<borders count="1"><border><left/><right/><top/><bottom/><diagonal/></border></borders>)"
+    R"(<cellStyleXfs count="1"><xf numFmtId="0" fontId="0" fillId="0" borderId="0"/></cellStyleXfs>)"
+    R"(<cellXfs count="2"><xf numFmtId="0" fontId="0" fillId="0" borderId="0" xfId="0"/>)"
+    R"(<xf numFmtId="0" fontId="1" fillId="0" borderId="0" xfId="0" applyFont="1"/></cellXfs>)"
+    R"(<cellStyles count="1"><cellStyle name="Normal" xfId="0" builtinId="0"/></cellStyles>)";
+
+/// A text as XML shows it; characters that it can't hold become question marks.
+std::string escaped(std::string_view text) {
+  std::string result;
+  for (const char c : text) {
+    switch (c) {
+      case '&':
+        result += "&amp;";
+        break;
+      case '<':
+        result += "&lt;";
+        break;
+      case '>':
+        result += "&gt;";
+        break;
+      case '"':
+        result += "&quot;";
+        break;
+      default:
+        result += static_cast<unsigned char>(c) < ' ' ? '?' : c;
+    }
   }
+  return result;
 }
 
-/// A workbook under construction; what isn't closed is thrown away.
+/// A, B, ... Z, AA, ... for columns from 0.
+std::string columnName(std::size_t column) {
+  constexpr std::size_t letters = 26;
+  const std::string last(1, static_cast<char>('A' + column % letters));
+  return column < letters ? last : columnName(column / letters - 1) + last;
+}
+
+/// A workbook under construction.
 class Workbook {
  public:
-  explicit Workbook(const std::filesystem::path& path) : path_(path.string()) {
-    // Rows go to the disk as they are written.
-    lxw_workbook_options options{};
-    options.constant_memory = LXW_TRUE;
-    book_ = workbook_new_opt(path_.c_str(), &options);
-    if (book_ == nullptr) {
-      throw std::runtime_error(fmt::format("{} can't be written", path_));
+  explicit Workbook(WholeFile& file) : zip_(file) {}
+
+  /// Ends the sheet before and begins the next, with its column widths and the panes that keep the
+  /// head and the labels in view.
+  void beginSheet(const std::string& name, std::size_t columns, std::size_t labels) {
+    endSheet();
+    names_.push_back(name);
+    for (std::size_t column = columns_.size(); column < columns; ++column) {
+      columns_.push_back(columnName(column));
     }
-    bold_ = workbook_add_format(book_);
-    format_set_bold(bold_);
+    zip_.begin(partOf(names_.size()));
+    row_ = 0;
+    text_ = fmt::format(
+        R"({}<worksheet xmlns="{}spreadsheetml/2006/main">)"
+        R"(<sheetViews><sheetView{} workbookViewId="0"><pane xSplit="{}" ySplit="{}" )"
+        R"(topLeftCell="{}{}" activePane="bottomRight" state="frozen"/></sheetView></sheetViews>)"
+        R"(<sheetFormatPr defaultRowHeight="15"/>)"
+        R"(<cols><col min="1" max="{}" width="{}" customWidth="1"/></cols><sheetData>)",
+        kDeclaration, kSchemas, names_.size() == 1 ? R"( tabSelected="1")" : "", labels, kHeadRows,
+        columnName(labels), kHeadRows + 1, columns, kColumnWidth);
   }
-  Workbook(const Workbook&) = delete;
-  Workbook& operator=(const Workbook&) = delete;
-  ~Workbook() {
-    if (book_ != nullptr) {
-      lxw_workbook_free(book_);
+
+  void beginRow() {
+    ++row_;
+    column_ = 0;
+    fmt::format_to(std::back_inserter(text_), R"(<row r="{}">)", row_);
+  }
+
+  void addNumber(double value) {
+    fmt::format_to(std::back_inserter(text_), R"(<c r="{}{}"><v>{}</v></c>)", columns_[column_++],
+                   row_, value);
+  }
+
+  void addText(std::string_view text, bool bold = false) {
+    fmt::format_to(std::back_inserter(text_),
+                   R"(<c r="{}{}"{} t="inlineStr"><is><t>{}</t></is></c>)", columns_[column_++],
+                   row_, bold ? R"( s="1")" : "", escaped(text));
+  }
+
+  void endRow() {
+    text_ += "</row>";
+    if (text_.size() > kBlockBytes) {
+      flush();
     }
   }
 
-  lxw_worksheet* addSheet(const std::string& name) {
-    lxw_worksheet* sheet = workbook_add_worksheet(book_, name.c_str());
-    if (sheet == nullptr) {
-      throw std::runtime_error(fmt::format("no sheet {} can be added", name));
+  /// Adds what binds the sheets together, and finishes the file.
+  void finish() {
+    endSheet();
+    std::string types;
+    std::string sheets;
+    std::string links;
+    for (std::size_t number = 1; number <= names_.size(); ++number) {
+      types += fmt::format(R"(<Override PartName="/{}" ContentType="{}worksheet+xml"/>)",
+                           partOf(number), kTypeOfPart);
+      sheets += fmt::format(R"(<sheet name="{}" sheetId="{}" r:id="rId{}"/>)",
+                            escaped(names_[number - 1]), number, number);
+      links += link(number, "worksheet", fmt::format("worksheets/sheet{}.xml", number));
     }
-    return sheet;
+    links += link(names_.size() + 1, "styles", "styles.xml");
+    addPart(
+        "[Content_Types].xml", "Types", "package/2006/content-types",
+        fmt::format(R"(<Default Extension="rels" )"
+                    R"(ContentType="application/vnd.openxmlformats-package.relationships+xml"/>)"
+                    R"(<Default Extension="xml" ContentType="application/xml"/>)"
+                    R"(<Override PartName="/xl/workbook.xml" ContentType="{0}sheet.main+xml"/>)"
+                    R"(<Override PartName="/xl/styles.xml" ContentType="{0}styles+xml"/>{1})",
+                    kTypeOfPart, types));
+    addPart("_rels/.rels", "Relationships", "package/2006/relationships",
+            link(1, "officeDocument", "xl/workbook.xml"));
+    addPart("xl/workbook.xml", "workbook", "spreadsheetml/2006/main",
+            fmt::format("<bookViews><workbookView/></bookViews><sheets>{}</sheets>", sheets));
+    addPart("xl/_rels/workbook.xml.rels", "Relationships", "package/2006/relationships", links);
+    addPart("xl/styles.xml", "styleSheet", "spreadsheetml/2006/main", kStyles);
+    zip_.finish();
   }
-  [[nodiscard]] lxw_format* bold() const { return bold_; }
-
-  void close() { check(workbook_close(std::exchange(book_, nullptr))); }
 
  private:
-  std::string path_;
-  lxw_workbook* book_ = nullptr;
-  lxw_format* bold_ = nullptr;
+  static std::string partOf(std::size_t sheet) {
+    return fmt::format("xl/worksheets/sheet{}.xml", sheet);
+  }
+
+  static std::string link(std::size_t id, std::string_view type, std::string_view target) {
+    return fmt::format(
+        R"(<Relationship Id="rId{}" Type="{}officeDocument/2006/relationships/{}" Target="{}"/>)",
+        id, kSchemas, type, target);
+  }
+
+  /// A part of one element in a schema.
+  void addPart(const std::string& name, std::string_view element, std::string_view schema,
+               std::string_view content) {
+    zip_.begin(name);
+    zip_.write(fmt::format(
+        R"({0}<{1} xmlns="{2}{3}" xmlns:r="{2}officeDocument/2006/relationships">{4}</{1}>)",
+        kDeclaration, element, kSchemas, schema, content));
+  }
+
+  void flush() {
+    zip_.write(text_);
+    text_.clear();
+  }
+
+  void endSheet() {
+    if (!names_.empty()) {
+      text_ += "</sheetData></worksheet>";
+      flush();
+    }
+  }
+
+  ZipFile zip_;
+  std::vector<std::string> names_;
+  std::vector<std::string> columns_;
+  std::int64_t row_ = 0;
+  std::size_t column_ = 0;
+  std::string text_;  ///< of the sheet, not yet in the archive
 };
 
 /// A label is a number where it reads as one.
-void writeLabel(lxw_worksheet* sheet, lxw_row_t row, lxw_col_t column, const std::string& label) {
+void addLabel(Workbook& book, const std::string& label) {
   double number = 0;
   const char* end = label.data() + label.size();
   const auto [rest, error] = std::from_chars(label.data(), end, number);
-  check(error == std::errc() && rest == end
-            ? worksheet_write_number(sheet, row, column, number, nullptr)
-            : worksheet_write_string(sheet, row, column, label.c_str(), nullptr));
+  if (error == std::errc() && rest == end) {
+    book.addNumber(number);
+  } else {
+    book.addText(label);
+  }
 }
 
 /// A sheet has no not-a-number and no infinity: they stand as words.
-void writeValue(lxw_worksheet* sheet, lxw_row_t row, lxw_col_t column, double value) {
+void addValue(Workbook& book, double value) {
   if (std::isfinite(value)) {
-    check(worksheet_write_number(sheet, row, column, value, nullptr));
+    book.addNumber(value);
   } else {
-    const char* word = std::isnan(value) ? "nan" : value > 0 ? "inf" : "-inf";
-    check(worksheet_write_string(sheet, row, column, word, nullptr));
+    book.addText(std::isnan(value) ? "nan" : value > 0 ? "inf" : "-inf");
   }
 }
 
-/// What the file holds, the header, and the panes that keep header and labels in view.
-void writeHead(const Workbook& book, lxw_worksheet* sheet, const ExportTable& table) {
-  worksheet_set_column(sheet, 0, static_cast<lxw_col_t>(table.header().size() - 1), kColumnWidth,
-                       nullptr);
-  check(worksheet_write_string(sheet, 0, 0, std::string(table.file().holds).c_str(), nullptr));
-  lxw_col_t column = 0;
+/// Begins a sheet with what the file holds, and the header.
+void addHead(Workbook& book, const std::string& name, const ExportTable& table) {
+  book.beginSheet(name, table.header().size(), table.labels());
+  book.beginRow();
+  book.addText(table.file().holds);
+  book.endRow();
+  book.beginRow();
   for (const std::string& word : table.header()) {
-    check(worksheet_write_string(sheet, 1, column++, word.c_str(), book.bold()));
+    book.addText(word, true);
   }
-  worksheet_freeze_panes(sheet, 2, static_cast<lxw_col_t>(table.labels()));
+  book.endRow();
 }
 
-void writeTable(Workbook& book, ExportTable table) {
-  constexpr lxw_row_t firstRow = 2;
+void addTable(Workbook& book, ExportTable table) {
   const std::string name = std::filesystem::path(table.file().name).stem().string();
   if (table.header().size() > kSheetColumns) {
     throw std::runtime_error(
@@ -103,25 +238,24 @@ void writeTable(Workbook& book, ExportTable table) {
   std::vector<std::string> labels;
   std::vector<double> values;
   int sheets = 0;
-  lxw_worksheet* sheet = nullptr;
   std::int64_t row = kSheetRows;
   do {
-    if (row == kSheetRows || sheet == nullptr) {
+    if (row == kSheetRows) {
       const std::string suffix = ++sheets == 1 ? "" : fmt::format(" {}", sheets);
-      sheet = book.addSheet(name.substr(0, kSheetName - suffix.size()) + suffix);
-      writeHead(book, sheet, table);
-      row = firstRow;
+      addHead(book, name.substr(0, kSheetName - suffix.size()) + suffix, table);
+      row = kHeadRows;
     }
     if (!table.next(labels, values)) {
       break;
     }
-    lxw_col_t column = 0;
+    book.beginRow();
     for (const std::string& label : labels) {
-      writeLabel(sheet, static_cast<lxw_row_t>(row), column++, label);
+      addLabel(book, label);
     }
     for (const double value : values) {
-      writeValue(sheet, static_cast<lxw_row_t>(row), column++, value);
+      addValue(book, value);
     }
+    book.endRow();
     ++row;
   } while (true);
 }
@@ -130,11 +264,12 @@ void writeTable(Workbook& book, ExportTable table) {
 
 void exportWorkbook(const results::ResultDirectory& directory, const Names& names,
                     const std::filesystem::path& output) {
-  Workbook book(output);
-  for (const results::ResultFile* file : binaryFiles(directory)) {
-    writeTable(book, {directory.open(*file), names});
+  WholeFile file(output);
+  Workbook book(file);
+  for (const results::ResultFile* each : binaryFiles(directory)) {
+    addTable(book, {directory.open(*each), names});
   }
-  book.close();
+  book.finish();
 }
 
 }  // namespace verenwick::host

@@ -79,6 +79,15 @@ void WholeFile::finish() {
   unfinished_.reset();
 }
 
+void WholeFile::fail() const {
+  for (const int full : {ENOSPC, EDQUOT, EFBIG, EIO, ENOMEM}) {
+    if (errno == full) {
+      fail(full);
+    }
+  }
+  throw std::runtime_error(fmt::format("{} can't be written", target_.string()));
+}
+
 void WholeFile::fail(int error) const {
   throw std::runtime_error(
       fmt::format("{} can't be written: {}", target_.string(), std::strerror(error)));

@@ -31,6 +31,8 @@ class WholeFile {
   [[nodiscard]] const std::filesystem::path& target() const { return target_; }
   /// The temporary name, for a library that writes a file by its name; to be closed before.
   [[nodiscard]] const std::filesystem::path& temporary() const { return temporary_; }
+  /// Throws for such a library, with the reason if the system has just told one.
+  [[noreturn]] void fail() const;
 
  private:
   [[noreturn]] void fail(int error) const;

@@ -24,10 +24,10 @@ class HostTest(unittest.TestCase):
         self.addCleanup(scratch.cleanup)
         self.here = pathlib.Path(scratch.name)
 
-    def call(self, *arguments, status=0, cwd=None):
+    def call(self, *arguments, status=0, cwd=None, **process):
         """Runs the program as an engineer does and expects its exit status."""
         done = subprocess.run([PROGRAM, *map(str, arguments)], cwd=cwd or self.here, timeout=240,
-                              capture_output=True, text=True)
+                              capture_output=True, text=True, **process)
         self.assertEqual(done.returncode, status, (arguments, done.stdout, done.stderr))
         return done
 
