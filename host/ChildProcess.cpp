@@ -1,15 +1,22 @@
 #include "host/ChildProcess.h"
 
+#include <fcntl.h>
+#include <fmt/format.h>
 #include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <array>
 #include <cerrno>
-#include <cstdio>
+#include <chrono>
+#include <csignal>
 #include <cstring>
 #include <filesystem>
 #include <stdexcept>
+#include <thread>
+#include <utility>
+
+#include "host/Ending.h"
 
 extern char** environ;  // NOLINT(readability-redundant-declaration): POSIX leaves it to the program
 
@@ -24,22 +31,60 @@ std::string program() {
   return error ? "verenwick" : path.string();
 }
 
+[[noreturn]] void failToStart(int error) {
+  throw std::runtime_error(fmt::format("a run can't be started: {}", std::strerror(error)));
+}
+
+/// A descriptor, closed in the end.
+class Descriptor {
+ public:
+  Descriptor() = default;
+  explicit Descriptor(int number) : number_(number) {}
+  Descriptor(const Descriptor&) = delete;
+  Descriptor& operator=(const Descriptor&) = delete;
+  ~Descriptor() { set(-1); }
+
+  void set(int number) {
+    if (const int before = std::exchange(number_, number); before >= 0) {
+      close(before);
+    }
+  }
+  operator int() const { return number_; }
+
+ private:
+  int number_ = -1;
+};
+
 }  // namespace
 
 struct ChildProcess::State {
   pid_t id = 0;
-  std::FILE* output = nullptr;
-  std::optional<int> status;
+  Descriptor printed;  ///< the end of a pipe
+  std::string words;
+  bool running = false;
 
   State() = default;
   State(const State&) = delete;
   State& operator=(const State&) = delete;
   ~State() {
-    if (id > 0 && !status) {
-      waitpid(id, nullptr, 0);
+    constexpr int tries = 100;
+    constexpr auto pause = std::chrono::milliseconds(20);
+    for (int tried = 0; running; ++tried) {
+      kill(id, tried < tries ? SIGTERM : SIGKILL);
+      std::this_thread::sleep_for(pause);
+      if (waitpid(id, nullptr, WNOHANG) != 0) {
+        return;
+      }
     }
-    if (output != nullptr) {
-      static_cast<void>(std::fclose(output));
+  }
+
+  /// Takes in what the process has printed since, so that it never waits for a full pipe.
+  void takeIn() {
+    constexpr std::size_t blockBytes = 1 << 16;
+    std::array<char, blockBytes> block{};
+    ssize_t count = 0;
+    while ((count = read(printed, block.data(), block.size())) > 0) {
+      words.append(block.data(), static_cast<std::size_t>(count));
     }
   }
 };
@@ -55,43 +100,62 @@ ChildProcess::ChildProcess(const std::vector<std::string>& words)
   }
   arguments.push_back(nullptr);
 
-  state_->output = std::tmpfile();
+  // A pipe and no file: it needs no temporary space.
+  std::array<int, 2> ends{};
+  if (pipe(ends.data()) != 0) {
+    failToStart(errno);
+  }
+  state_->printed.set(ends[0]);
+  const Descriptor prints(ends[1]);
+  fcntl(ends[0], F_SETFL, O_NONBLOCK);
+  for (const int end : ends) {
+    fcntl(end, F_SETFD, FD_CLOEXEC);
+  }
   posix_spawn_file_actions_t actions;
-  if (state_->output == nullptr || posix_spawn_file_actions_init(&actions) != 0) {
-    throw std::runtime_error(std::string("a run can't be started: ") + std::strerror(errno));
+  if (const int error = posix_spawn_file_actions_init(&actions)) {
+    failToStart(error);
   }
+  int error = 0;
   for (const int stream : {STDOUT_FILENO, STDERR_FILENO}) {
-    posix_spawn_file_actions_adddup2(&actions, fileno(state_->output), stream);
+    if (error == 0) {
+      error = posix_spawn_file_actions_adddup2(&actions, prints, stream);
+    }
   }
-  const int error =
-      posix_spawnp(&state_->id, arguments[0], &actions, nullptr, arguments.data(), environ);
+  if (error == 0) {
+    error = posix_spawnp(&state_->id, arguments[0], &actions, nullptr, arguments.data(), environ);
+  }
   posix_spawn_file_actions_destroy(&actions);
   if (error != 0) {
-    state_->id = 0;
-    throw std::runtime_error(std::string("a run can't be started: ") + std::strerror(error));
+    failToStart(error);
   }
+  state_->running = true;
 }
 
 ChildProcess::ChildProcess(ChildProcess&&) noexcept = default;
 ChildProcess& ChildProcess::operator=(ChildProcess&&) noexcept = default;
 ChildProcess::~ChildProcess() = default;
 
-std::optional<int> ChildProcess::ended() {
+std::optional<ChildEnd> ChildProcess::ended() {
+  state_->takeIn();
   int status = 0;
-  if (!state_->status && waitpid(state_->id, &status, WNOHANG) == state_->id) {
-    state_->status = WIFEXITED(status) ? WEXITSTATUS(status) : kSignalled + WTERMSIG(status);
+  const pid_t id = waitpid(state_->id, &status, WNOHANG);
+  if (id == 0 || (id < 0 && errno == EINTR)) {
+    return std::nullopt;
   }
-  return state_->status;
+  state_->running = false;
+  state_->takeIn();
+  ChildEnd end{1, std::move(state_->words)};
+  if (id < 0) {
+    end.words += "verenwick: the end of the run is not known\n";
+  } else if (WIFEXITED(status)) {
+    end.status = WEXITSTATUS(status);
+  } else {
+    end.status = kSignalled + WTERMSIG(status);
+    end.words += fmt::format("verenwick: ended by {}\n", signalName(WTERMSIG(status)));
+  }
+  return end;
 }
 
-std::string ChildProcess::output() const {
-  std::string text;
-  std::array<char, 4096> block{};
-  std::rewind(state_->output);
-  while (const std::size_t count = std::fread(block.data(), 1, block.size(), state_->output)) {
-    text.append(block.data(), count);
-  }
-  return text;
-}
+void ChildProcess::stop(bool atOnce) { kill(state_->id, atOnce ? SIGKILL : SIGTERM); }
 
 }  // namespace verenwick::host

@@ -7,7 +7,14 @@
 
 namespace verenwick::host {
 
-/// This program, running once more beside itself. What it prints is kept until it has ended.
+/// How a process came to its end.
+struct ChildEnd {
+  int status;         ///< its exit status; 128 and the signal's number if a signal ended it
+  std::string words;  ///< what it has printed, and the signal that ended it
+};
+
+/// This program, running once more beside itself. One that still runs when this object goes is
+/// ended.
 class ChildProcess {
  public:
   /// Starts the program with these words behind its name. Throws std::runtime_error if it can't.
@@ -18,10 +25,10 @@ class ChildProcess {
   ChildProcess& operator=(const ChildProcess&) = delete;
   ~ChildProcess();
 
-  /// The exit status once it has ended; 128 and the signal's number if a signal ended it.
-  std::optional<int> ended();
-  /// What it has printed on both outputs.
-  [[nodiscard]] std::string output() const;
+  /// How it ended, once it has. To be asked often, since it takes in what the process prints.
+  std::optional<ChildEnd> ended();
+  /// Sends it SIGTERM, or a signal that it can't refuse.
+  void stop(bool atOnce);
 
  private:
   struct State;

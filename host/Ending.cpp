@@ -58,8 +58,10 @@ void endByTerminate() {
   removeUnfinished();
   try {
     std::rethrow_exception(std::current_exception());
-  } catch (const std::bad_alloc&) {
-    std::fputs("verenwick: the memory is exhausted\n", stderr);
+  } catch (const std::bad_alloc& error) {
+    std::fputs("verenwick: ", stderr);
+    std::fputs(wordsOf(error), stderr);
+    std::fputs("\n", stderr);
     std::_Exit(1);
   } catch (...) {
     std::abort();
@@ -122,6 +124,11 @@ std::optional<int> HeldSignals::caught() {
 }
 
 int HeldSignals::count() { return caughtCount; }
+
+const char* wordsOf(const std::exception& error) {
+  return dynamic_cast<const std::bad_alloc*>(&error) != nullptr ? "the memory is exhausted"
+                                                                : error.what();
+}
 
 std::string signalName(int signal) {
   const char* words = strsignal(signal);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <exception>
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -56,6 +57,9 @@ class HeldSignals {
   /// How many came.
   [[nodiscard]] static int count();
 };
+
+/// What an error says to a person; takes no memory.
+const char* wordsOf(const std::exception& error);
 
 /// "signal 9 (Killed)".
 std::string signalName(int signal);

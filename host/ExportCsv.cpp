@@ -83,8 +83,8 @@ void exportCsv(const results::ResultDirectory& directory, const Names& names,
   static_assert(results::kResultFiles.size() < kUnfinishedFiles);
   std::error_code error;
   if (fs::is_symlink(fs::symlink_status(output, error))) {
-    throw std::runtime_error(
-        fmt::format("{} can't be written: it is a link, which is not followed", output.string()));
+    throw std::runtime_error(fmt::format(
+        "{} is a link, which is not followed; nothing is written there", output.string()));
   }
   const bool present = fs::exists(output, error);
   fs::create_directories(output, error);

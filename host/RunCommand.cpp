@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <limits>
 #include <memory>
+#include <optional>
 #include <set>
 #include <stdexcept>
 #include <string>
@@ -13,8 +14,10 @@
 #include <vector>
 
 #include "host/Commands.h"
+#include "host/Ending.h"
 #include "host/GivenPaths.h"
 #include "host/OptionChecks.h"
+#include "host/Progress.h"
 #include "host/Report.h"
 #include "host/Run.h"
 #include "host/RunMany.h"
@@ -39,7 +42,21 @@ struct RunOptions {
   bool json = false;
 };
 
-/// A run in this process.
+/// A run in this process, with a line of its progress for a person who waits.
+RunOutcome watchedRun(const RunOptions& options, const fs::path& input, const fs::path& results) {
+  const bool watched =
+      canRedraw(stderr) && !options.quiet && !options.json && stepsOf(options.mode).forced;
+  const LastWords words(
+      fmt::format("{}verenwick: ended by a signal; the results in {} are not whole\n",
+                  watched ? fmt::format("\r{}", kClearToEnd) : "", results.string()));
+  std::optional<ProgressLine> line;
+  if (watched) {
+    line.emplace(results);
+  }
+  return runSolver(input, results, options.mode);
+}
+
+/// What is told of a run in this process.
 int runOne(const RunOptions& options) {
   const fs::path input = fs::absolute(options.inputs.front());
   const fs::path path = fs::absolute(options.results.empty() ? "results-of-" + input.stem().string()
@@ -50,7 +67,7 @@ int runOne(const RunOptions& options) {
     checkTarget(path / kReportName);
   }
   const Steps steps = stepsOf(options.mode);
-  const RunOutcome outcome = runSolver(input, path, options.mode);
+  const RunOutcome outcome = watchedRun(options, input, path);
   if (!options.quiet || !outcome.accepted) {
     printLog(outcome.log);
   }

@@ -4,13 +4,15 @@
 
 #include <algorithm>
 #include <chrono>
-#include <cmath>
 #include <cstdio>
 #include <optional>
 #include <sstream>
 #include <thread>
+#include <utility>
 
 #include "host/ChildProcess.h"
+#include "host/Ending.h"
+#include "host/Progress.h"
 #include "host/Run.h"
 #include "host/RunSummary.h"
 #include "host/Terminal.h"
@@ -37,7 +39,7 @@ struct Progress {
 
 void fail(Progress& run, const std::exception& error) {
   run.status = 1;
-  run.output += fmt::format("verenwick: {}\n", error.what());
+  run.output += fmt::format("verenwick: {}\n", wordsOf(error));
 }
 
 void start(Progress& run, const ManyOptions& options) {
@@ -58,11 +60,12 @@ void start(Progress& run, const ManyOptions& options) {
 /// Looks after a run; true if it is still on.
 bool running(Progress& run, const ManyOptions& options) {
   run.seconds = Seconds(Clock::now() - run.started).count();
-  run.status = run.process->ended();
-  if (!run.status) {
+  std::optional<ChildEnd> end = run.process->ended();
+  if (!end) {
     return true;
   }
-  run.output = run.process->output();
+  run.status = end->status;
+  run.output = std::move(end->words);
   run.process.reset();
   if (*run.status != 0) {
     return false;
@@ -76,25 +79,6 @@ bool running(Progress& run, const ManyOptions& options) {
   return false;
 }
 
-/// The share of the forced results that a run has written, by the size of its files.
-double shareWritten(const fs::path& directory) {
-  double written = 0;
-  double expected = 0;
-  try {
-    const results::ResultDirectory results(directory);
-    for (const results::ResultFile& file : results::kResultFiles) {
-      if (file.layout == results::Layout::family && results.has(file)) {
-        const auto records = results.expectedRecords(file);
-        expected += static_cast<double>(records.value_or(0) * results::kRecordBytes);
-        written += records ? static_cast<double>(fs::file_size(directory / file.name)) : 0;
-      }
-    }
-  } catch (const std::exception&) {
-    return 0;  // a file that is being made
-  }
-  return expected > 0 ? std::min(1.0, written / expected) : 0;
-}
-
 std::string stateOf(const Progress& run) {
   if (run.status) {
     return *run.status == 0 ? "done" : "failed";
@@ -102,12 +86,7 @@ std::string stateOf(const Progress& run) {
   if (!run.process) {
     return "waits";
   }
-  constexpr std::size_t width = 24;
-  constexpr double percent = 100;
-  const double share = shareWritten(run.plan->results);
-  const auto full = static_cast<std::size_t>(std::lround(share * width));
-  return fmt::format("[{}{}] {:3.0f} %", std::string(full, '#'), std::string(width - full, '.'),
-                     share * percent);
+  return progressOf(run.plan->results);
 }
 
 std::size_t widthOfNames(const std::vector<Progress>& runs) {
@@ -120,28 +99,50 @@ std::size_t widthOfNames(const std::vector<Progress>& runs) {
 
 /// Draws a line for each run over those drawn before.
 void draw(const std::vector<Progress>& runs, bool first) {
-  constexpr const char* clearToEnd = "\x1b[K";
   std::string text = first ? "" : fmt::format("\x1b[{}A", runs.size());
   const std::size_t width = widthOfNames(runs);
   for (const Progress& run : runs) {
     const std::string time = run.seconds > 0 ? fmt::format("{:7.1f} s", run.seconds) : "";
     text +=
-        fmt::format("{:<{}}  {:<34}{}{}\n", run.plan->name, width, stateOf(run), time, clearToEnd);
+        fmt::format("{:<{}}  {:<34}{}{}\n", run.plan->name, width, stateOf(run), time, kClearToEnd);
   }
   std::fputs(text.c_str(), stderr);
 }
 
+/// After a signal to this program: sends it on to the runs, ends them if they don't heed it, and
+/// starts no other.
+void stopAll(std::vector<Progress>& runs, std::optional<Clock::time_point>& stopped) {
+  constexpr auto grace = std::chrono::seconds(5);
+  const bool first = !stopped;
+  if (first) {
+    stopped = Clock::now();
+  }
+  const bool atOnce = HeldSignals::count() > 1 || Clock::now() - *stopped > grace;
+  for (Progress& run : runs) {
+    if (run.process && (first || atOnce)) {
+      run.process->stop(atOnce);
+    } else if (!run.process && !run.status) {
+      run.status = 1;
+      run.output = "verenwick: not started\n";
+    }
+  }
+}
+
 void runAll(std::vector<Progress>& runs, const ManyOptions& options) {
   constexpr auto pause = std::chrono::milliseconds(50);
-  const bool watched = isTerminal(stderr) && !options.quiet;
+  const bool watched = canRedraw(stderr) && !options.quiet;
+  std::optional<Clock::time_point> stopped;
   std::size_t next = 0;
   bool first = true;
   while (true) {
+    if (HeldSignals::caught()) {
+      stopAll(runs, stopped);
+    }
     std::size_t active = 0;
     for (Progress& run : runs) {
       active += run.process && running(run, options) ? 1 : 0;
     }
-    for (; next < runs.size() && active < options.jobs; ++next) {
+    for (; next < runs.size() && active < options.jobs && !stopped; ++next) {
       start(runs[next], options);
       active += runs[next].process ? 1 : 0;
     }
@@ -149,7 +150,7 @@ void runAll(std::vector<Progress>& runs, const ManyOptions& options) {
       draw(runs, first);
       first = false;
     }
-    if (active == 0) {
+    if (active == 0 && (stopped || next == runs.size())) {
       return;
     }
     std::this_thread::sleep_for(pause);
@@ -230,7 +231,14 @@ int runMany(const std::vector<PlannedRun>& plans, const ManyOptions& options) {
   for (const PlannedRun& plan : plans) {
     runs.push_back({&plan, {}, {}, 0, {}, {}, {}});
   }
+  const HeldSignals held;  // takes effect in the end
   runAll(runs, options);
+  if (const auto signal = HeldSignals::caught()) {
+    std::fputs(fmt::format("verenwick: ended by {}; the runs that are not done have no results\n",
+                           signalName(*signal))
+                   .c_str(),
+               stderr);
+  }
   for (const Progress& run : runs) {
     if (*run.status != 0) {
       std::fputs(fmt::format("{}:\n{}", run.plan->name, run.output).c_str(), stderr);
@@ -240,6 +248,9 @@ int runMany(const std::vector<PlannedRun>& plans, const ManyOptions& options) {
     printJson(runs, stepsOf(options.mode));
   } else if (!options.quiet) {
     printTable(runs);
+  }
+  if (HeldSignals::caught()) {
+    static_cast<void>(std::fflush(stdout));
   }
   return std::all_of(runs.begin(), runs.end(), [](const Progress& run) { return *run.status == 0; })
              ? 0

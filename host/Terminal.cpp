@@ -10,6 +10,14 @@
 #endif
 
 namespace verenwick::host {
+namespace {
+
+std::string_view variable(const char* name) {
+  const char* value = std::getenv(name);
+  return value == nullptr ? "" : value;
+}
+
+}  // namespace
 
 bool isTerminal(std::FILE* stream) {
 #ifdef _WIN32
@@ -19,13 +27,11 @@ bool isTerminal(std::FILE* stream) {
 #endif
 }
 
+bool canRedraw(std::FILE* stream) { return isTerminal(stream) && variable("TERM") != "dumb"; }
+
 std::string styled(std::FILE* stream, const fmt::text_style& style, std::string_view text) {
-  const auto variable = [](const char* name) -> std::string_view {
-    const char* value = std::getenv(name);
-    return value == nullptr ? "" : value;
-  };
-  const bool wanted = variable("NO_COLOR").empty() && variable("TERM") != "dumb";
-  return wanted && isTerminal(stream) ? fmt::format(style, "{}", text) : std::string(text);
+  return variable("NO_COLOR").empty() && canRedraw(stream) ? fmt::format(style, "{}", text)
+                                                           : std::string(text);
 }
 
 std::string column(double value, int decimals, std::size_t width) {

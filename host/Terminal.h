@@ -8,8 +8,14 @@
 
 namespace verenwick::host {
 
+/// Clears a line of a terminal from the cursor on.
+inline constexpr const char* kClearToEnd = "\x1b[K";
+
 /// Whether a person reads the stream.
 bool isTerminal(std::FILE* stream);
+
+/// Whether lines of it can be drawn anew.
+bool canRedraw(std::FILE* stream);
 
 /// The text in a style where the stream is a terminal that wants it (NO_COLOR isn't set), else as
 /// it is.

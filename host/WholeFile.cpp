@@ -9,6 +9,8 @@
 #include <system_error>
 #include <utility>
 
+#include "host/GivenPaths.h"
+
 namespace verenwick::host {
 namespace {
 
@@ -25,17 +27,7 @@ fs::path temporaryBeside(const fs::path& target) {
 
 WholeFile::WholeFile(fs::path target)
     : target_(std::move(target)), temporary_(temporaryBeside(target_)) {
-  std::error_code error;
-  const fs::file_type type = fs::symlink_status(target_, error).type();
-  if (type != fs::file_type::regular && type != fs::file_type::not_found) {
-    throw std::runtime_error(
-        type == fs::file_type::none
-            ? fmt::format("{} can't be written: {}", target_.string(), error.message())
-            : fmt::format("{} can't be written: it is {}", target_.string(),
-                          type == fs::file_type::directory ? "a directory"
-                          : type == fs::file_type::symlink ? "a link, which is not followed"
-                                                           : "no plain file"));
-  }
+  checkTarget(target_);
   if (target_.filename().empty()) {
     throw std::runtime_error(
         fmt::format("{} can't be written: it names no file", target_.string()));

@@ -1,7 +1,6 @@
 #include <CLI/CLI.hpp>
 #include <cstdio>
 #include <exception>
-#include <new>
 #include <stdexcept>
 
 #include "host/CommandLine.h"
@@ -52,11 +51,8 @@ int main(int argc, char** argv) {
   } catch (const verenwick::host::UsageError& error) {
     say(error.what());
     return kWrongUsage;
-  } catch (const std::bad_alloc&) {
-    say("the memory is exhausted");
-    return kFailed;
   } catch (const std::exception& error) {
-    say(error.what());
+    say(verenwick::host::wordsOf(error));
     return kFailed;
   }
   return status;

@@ -2,8 +2,11 @@
 import json
 import math
 import os
+import re
 import shlex
+import signal
 import subprocess
+import time
 import unittest
 
 from support import EXAMPLES, PROGRAM, HostTest, records
@@ -13,17 +16,18 @@ INPUTS = [EXAMPLES / name / "input.txt" for name in PLANTS]
 REFUSAL = 'Error occurs when reading "Id, RpmRatio, Inertia, AbsDamping, DynMagnifier"'
 
 
+def on_terminal(directory, *arguments, environment=None):
+    """What a person sees who runs it on a terminal, escape sequences and all."""
+    command = shlex.join(map(str, (PROGRAM, *arguments)))
+    return subprocess.run(["script", "-qc", command, os.devnull], cwd=directory,
+                          stdout=subprocess.PIPE, stdin=subprocess.DEVNULL, check=True,
+                          env={"TERM": "xterm", **(environment or {})}).stdout.decode()
+
+
 class ManyRuns(HostTest):
     def setUp(self):
         super().setUp()
         self.write("bad.txt", "INERTIA 1 1.0 5.0\n")
-
-    def on_terminal(self, *arguments, environment=None):
-        """What a person sees who runs it on a terminal, escape sequences and all."""
-        command = shlex.join(map(str, (PROGRAM, *arguments)))
-        return subprocess.run(["script", "-qc", command, os.devnull], cwd=self.here, text=True,
-                              stdout=subprocess.PIPE, stdin=subprocess.DEVNULL, check=True,
-                              env={"TERM": "xterm", **(environment or {})}).stdout
 
     def test_results_are_those_of_single_runs(self):
         for jobs in (1, 3):
@@ -98,19 +102,107 @@ class ManyRuns(HostTest):
 
     def test_terminal(self):
         escape = "\x1b["
-        seen = self.on_terminal("run", INPUTS[1], "bad.txt", "--jobs", 2)
+        seen = on_terminal(self.here, "run", INPUTS[1], "bad.txt", "--jobs", 2)
         for words in (r"input +(waits|\[[#.]{24}\] +\d+ %)", r"\x1b\[2A", r"input +done +[\d.]+ s",
                       r"bad +failed", r"\x1b\[1mplant", r"\x1b\[31mError"):
             self.assertRegex(seen, words)
-        bold = self.on_terminal("run", INPUTS[0], "--mode", "free")
+        bold = on_terminal(self.here, "run", INPUTS[0], "--mode", "free")
         self.assertIn(escape + "1mNatural frequencies", bold)
         for environment in ({"NO_COLOR": "1"}, {"TERM": "dumb"}):
-            plain = self.on_terminal("run", INPUTS[0], "--mode", "free", environment=environment)
+            plain = on_terminal(self.here, "run", INPUTS[0], "--mode", "free",
+                                environment=environment)
             self.assertIn("Natural frequencies", plain)
             self.assertNotIn(escape, plain)
         piped = self.call("run", INPUTS[1], "bad.txt", status=1)
         self.assertNotIn(escape, piped.stdout + piped.stderr)
         self.assertNotIn("waits", piped.stderr)
+
+
+class LongRuns(HostTest):
+    """Runs that a person or the system ends, and what is seen of them before."""
+
+    def setUp(self):
+        super().setUp()
+        head, rows = INPUTS[1].read_text().split("PROPELLER\n40.0", 1)
+        rows = "".join(f"{40 + case / 100:.2f} 4000 4000\n" for case in range(4000))
+        for name in ("a", "b", "c"):
+            self.write(f"{name}.txt", f"{head}PROPELLER\n{rows}")
+        self.write("short.txt", INPUTS[0].read_text())
+
+    def begin(self, *arguments, until, **process):
+        """Starts the program and waits for a file to hold something."""
+        running = subprocess.Popen([PROGRAM, *arguments], cwd=self.here, text=True,
+                                   stdout=subprocess.PIPE, stderr=subprocess.PIPE, **process)
+        self.addCleanup(running.communicate)
+        self.addCleanup(running.kill)
+        path = self.here / until
+        while running.poll() is None and not (path.exists() and path.stat().st_size):
+            time.sleep(0.01)
+        return running
+
+    def of_runs(self):
+        """The processes that calculate here."""
+        lines = subprocess.run(["ps", "-eo", "pid,stat,args"], capture_output=True, text=True,
+                               check=True).stdout.splitlines()
+        return [int(line.split()[0]) for line in lines
+                if f"--results={self.here}" in line and line.split()[1][0] != "Z"]
+
+    def test_signals_end_the_children(self):
+        for number in (signal.SIGTERM, signal.SIGINT):
+            running = self.begin("run", "short.txt", "a.txt", "b.txt", "c.txt", "--jobs", "2",
+                                 "--results", f"of{number}",
+                                 until=f"of{number}/b/DieselTorque.bin")
+            self.assertEqual(len(self.of_runs()), 2)
+            running.send_signal(number)
+            output, words = running.communicate(timeout=60)
+            self.assertEqual(running.returncode, -number)
+            self.assertEqual(self.of_runs(), [])
+            self.assertRegex(words, rf"verenwick: ended by signal {number} \(\w+\); the runs that "
+                             "are not done have no results")
+            rows = output.splitlines()[1:]
+            self.assertRegex(rows[0], r"^short +[\d.]+ +7 ")
+            for row in rows[1:3]:
+                self.assertRegex(row, rf"^[ab] .*verenwick: ended by signal {number} ")
+            self.assertRegex(rows[3], "^c .*not started")
+            self.call("show", f"of{number}/short", "SynthesisTorque")
+
+    def test_a_killed_child_is_told(self):
+        running = self.begin("run", "a.txt", "short.txt", "--jobs", "1", "--json",
+                             until="results-of-a/DieselTorque.bin")
+        os.kill(self.of_runs()[0], signal.SIGKILL)
+        output, words = running.communicate(timeout=60)
+        self.assertEqual(running.returncode, 1)
+        killed, good = json.loads(output)
+        self.assertEqual((killed["status"], good["status"]), (137, 0))
+        for said in (killed["words"], words):
+            self.assertIn("verenwick: ended by signal 9 (Killed)\n", said)
+
+    def test_children_whose_end_nobody_wanted(self):
+        self.call("run", INPUTS[0], "short.txt", "--mode", "free",
+                  preexec_fn=lambda: signal.signal(signal.SIGCHLD, signal.SIG_IGN))
+
+    def test_a_single_run(self):
+        for number in (signal.SIGTERM, signal.SIGINT):
+            running = self.begin("run", "a.txt", "--results", f"of{number}",
+                                 until=f"of{number}/DieselTorque.bin")
+            running.send_signal(number)
+            output, words = running.communicate(timeout=60)
+            self.assertEqual((running.returncode, output), (-number, ""))
+            self.assertIn("ended by a signal; the results in", words)
+            self.assertIn(f"of{number} are not whole\n", words)
+
+    def test_progress_of_a_single_run(self):
+        seen = on_terminal(self.here, "run", "a.txt")
+        drawn = seen.split("\x1b[1ma.txt")[0]
+        shares = [int(share) for share in
+                  re.findall(r"\r\[[#.]{24}\] +(\d+) % +[\d.]+ s\x1b\[K", drawn)]
+        self.assertGreater(len(shares), 1)
+        self.assertEqual(shares, sorted(shares))
+        self.assertGreater(shares[-1], shares[0])
+        self.assertTrue(drawn.endswith("s\x1b[K\r\x1b[K"), repr(drawn[-60:]))
+        for arguments, environment in ((["--quiet"], {}), (["--json"], {}), ([], {"TERM": "dumb"})):
+            self.assertNotIn("%", on_terminal(self.here, "run", "a.txt", *arguments,
+                                              environment=environment).split("a.txt")[0])
 
 
 if __name__ == "__main__":
