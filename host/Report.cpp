@@ -27,8 +27,10 @@ std::string scriptText(const nlohmann::json& data) {
 }  // namespace
 
 void writeReport(const std::filesystem::path& input, const results::ResultDirectory& directory,
-                 const std::filesystem::path& output) {
-  const std::string data = scriptText(reportData(input, directory));
+                 const std::filesystem::path& output, const std::string& remark) {
+  nlohmann::json document = reportData(input, directory);
+  document["remark"] = remark;
+  const std::string data = scriptText(document);
   const std::string_view page = reportPage();
   const std::size_t marker = page.find(kDataMarker);
   WholeFile file(output);

@@ -118,7 +118,12 @@ void printSummary(const std::string& name, const RunSummary& summary, Steps step
   }
   if (steps.forced) {
     printLoadCases(summary.loadCases);
-    printPeaks(summary.peaks);
+    if (steps.free) {
+      printPeaks(summary.peaks);
+    } else {
+      fmt::print(
+          "Whether peaks lie between the load cases is not known without the free vibration.\n");
+    }
   }
 }
 

@@ -64,6 +64,10 @@ function worstTable() {
 /** Peaks that the load cases step over, so that the largest values are higher than those stated. */
 function unresolvedNotes() {
   const { unresolved } = data.forced;
+  if (!data.free) {
+    return el("p", { class: "quiet" }, "Whether peaks lie between the load cases is not known without "
+      + "the free vibration.");
+  }
   if (unresolved.length === 0) {
     return null;
   }

@@ -1,7 +1,11 @@
 // The report: its sections in the order in which it is read.
 
+/** What must be said of all values, as of results that aren't held against the record of their
+ * run. */
+const remark = () => (data.remark ? [el("p", { class: "remark" }, data.remark)] : []);
+
 function section(id, title, ...content) {
-  return el("section", { id }, el("h2", {}, title), ...content);
+  return el("section", { id }, el("h2", {}, title), ...remark(), ...content);
 }
 
 const lines = text => text.split(/\r?\n/).filter(line => line.trim() !== "");
@@ -165,7 +169,7 @@ function buildReport() {
     el("header", {}, el("p", { class: "kind" }, "Torsional vibration"), el("h1", {}, title),
       el("nav", {}, sections.map(each =>
         el("a", { href: `#${each.id}` }, each.querySelector("h2").textContent)))),
-    ...sections);
+    ...sections, ...remark().map(each => el("div", { class: "foot" }, each)));
 }
 
 buildReport();
