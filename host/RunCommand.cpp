@@ -83,7 +83,7 @@ int runOne(const RunOptions& options) {
   }
   const results::ResultDirectory directory(path);
   if (options.report) {
-    writeReport(input, directory, path / kReportName, "");
+    writeReport(input, directory, path / kReportName);
   }
   if (options.json) {
     document.update(jsonOf(summarise(input, directory, steps), steps));

@@ -169,7 +169,11 @@ function buildReport() {
     el("header", {}, el("p", { class: "kind" }, "Torsional vibration"), el("h1", {}, title),
       el("nav", {}, sections.map(each =>
         el("a", { href: `#${each.id}` }, each.querySelector("h2").textContent)))),
-    ...sections, ...remark().map(each => el("div", { class: "foot" }, each)));
+    ...sections);
+  if (data.remark) { // at the foot of every printed page
+    document.head.append(el("style", {}, `@page { @bottom-left { content: ${JSON.stringify(data.remark)}; `
+      + "font: 600 9px system-ui, sans-serif; color: #a3300b; } }"));
+  }
 }
 
 buildReport();

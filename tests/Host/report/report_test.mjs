@@ -297,6 +297,28 @@ test("paper has every plot and no page wider than A4", async () => {
   await page.close();
 });
 
+test("a remark on the results stands in the head, at every section and on every printed page", async () => {
+  const plant = example("pump-set");
+  const words = "not as a run has left it";
+  const text = readFileSync(plant.page, "utf8");
+  assert.ok(text.includes('"remark":""'));
+  writeFileSync(plant.page, text.replace('"remark":""', `"remark":"${words}"`));
+  const page = await open(plant);
+  const sections = await page.locator("section").count();
+  assert.equal(await page.locator("section > h2 + .remark", { hasText: words }).count(), sections);
+  const paper = join(scratch, "remark.pdf");
+  await page.pdf({ path: paper, preferCSSPageSize: true, printBackground: true });
+  const pages = execFileSync("pdftotext", ["-layout", paper, "-"], { encoding: "utf8" })
+    .split("\f").slice(0, -1);
+  assert.ok(pages.length > 3);
+  pages.forEach((each, i) => assert.ok(each.includes(words), `page ${i + 1}`));
+  assert.deepEqual(page.faults, []);
+  await page.close();
+  const whole = await open(example("pump-set"));
+  assert.equal(await whole.locator(".remark").count(), 0);
+  await whole.close();
+});
+
 test("odd names and numbers that are none don't break the page", async () => {
   const input = join(scratch, "odd.txt");
   const plain = `! </script><b>Prüfstand</b> & "Welle"
