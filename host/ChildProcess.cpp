@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <fmt/format.h>
+#include <poll.h>
 #include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -32,7 +33,7 @@ std::string program() {
 }
 
 [[noreturn]] void failToStart(int error) {
-  throw std::runtime_error(fmt::format("a run can't be started: {}", std::strerror(error)));
+  throw std::runtime_error(fmt::format("a process can't be started: {}", std::strerror(error)));
 }
 
 /// A descriptor, closed in the end.
@@ -157,5 +158,47 @@ std::optional<ChildEnd> ChildProcess::ended() {
 }
 
 void ChildProcess::stop(bool atOnce) { kill(state_->id, atOnce ? SIGKILL : SIGTERM); }
+
+bool workApart(const std::function<void()>& work) {
+  std::array<int, 2> ends{};
+  if (pipe(ends.data()) != 0) {
+    failToStart(errno);
+  }
+  const Descriptor told(ends[0]);
+  Descriptor tells(ends[1]);
+  // A signal takes effect when the process is gone and writes nothing any more.
+  const HeldSignals held;
+  const pid_t id = fork();
+  if (id == 0) {
+    try {
+      work();
+      _exit(0);
+    } catch (const std::exception& error) {
+      const char* words = wordsOf(error);
+      static_cast<void>(!write(tells, words, std::strlen(words)));
+    }
+    _exit(1);
+  }
+  if (id < 0) {
+    failToStart(errno);
+  }
+  tells.set(-1);
+  constexpr int pause = 50;  // ms
+  pollfd ending{told, POLLIN, 0};
+  while (poll(&ending, 1, pause) <= 0) {
+    if (HeldSignals::caught()) {
+      kill(id, SIGKILL);
+    }
+  }
+  std::array<char, 4096> words{};
+  const ssize_t length = read(told, words.data(), words.size());
+  int status = 0;
+  while (waitpid(id, &status, 0) < 0 && errno == EINTR) {
+  }
+  if (length > 0) {
+    throw std::runtime_error(std::string(words.data(), static_cast<std::size_t>(length)));
+  }
+  return WIFEXITED(status) && WEXITSTATUS(status) == 0;
+}
 
 }  // namespace verenwick::host

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -34,5 +35,10 @@ class ChildProcess {
   struct State;
   std::unique_ptr<State> state_;
 };
+
+/// Does a piece of work in a process of its own, for a library that ends or breaks the process
+/// where the memory is exhausted. True if it is done, false if the process broke off. Throws
+/// std::runtime_error with the words of what the work throws, or if no process can be started.
+bool workApart(const std::function<void()>& work);
 
 }  // namespace verenwick::host

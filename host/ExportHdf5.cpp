@@ -7,6 +7,7 @@
 #include <string_view>
 #include <utility>
 
+#include "host/ChildProcess.h"
 #include "host/Export.h"
 #include "host/WholeFile.h"
 
@@ -77,8 +78,9 @@ Handle textType() {
 
 void writeAttribute(hid_t object, const char* name, const Handle& place, hid_t type,
                     const void* data) {
-  const Handle attribute(H5Acreate2(object, name, type, place, H5P_DEFAULT, H5P_DEFAULT), H5Aclose);
+  Handle attribute(H5Acreate2(object, name, type, place, H5P_DEFAULT, H5P_DEFAULT), H5Aclose);
   Handle::check(H5Awrite(attribute, type, data));
+  attribute.close();
 }
 
 void attach(hid_t object, const char* name, std::string_view text) {
@@ -108,9 +110,10 @@ Handle dataSet(hid_t file, const std::string& name, hid_t type, const Handle& pl
 template <class Number>
 void writeList(hid_t file, const std::string& name, hid_t stored, hid_t native,
                const std::vector<Number>& values, std::string_view unit) {
-  const Handle set = dataSet(file, name, stored, space({values.size()}));
+  Handle set = dataSet(file, name, stored, space({values.size()}));
   Handle::check(H5Dwrite(set, native, H5S_ALL, H5S_ALL, H5P_DEFAULT, values.data()));
   attach(set, "unit", unit);
+  set.close();
 }
 
 /// The records of the file, in their order: the last index is the fastest in both.
@@ -155,7 +158,7 @@ void writeValues(hid_t file, ResultValues values) {
     axes.emplace_back("component");
     first.push_back(1);
   }
-  const Handle set = dataSet(file, stem(values.file()), H5T_IEEE_F64LE, space(shape));
+  Handle set = dataSet(file, stem(values.file()), H5T_IEEE_F64LE, space(shape));
   copyRecords(values, set, shape);
   attach(set, "description", values.file().holds);
   attach(set, "unit", values.file().unit);
@@ -176,15 +179,17 @@ void writeValues(hid_t file, ResultValues values) {
            std::vector<std::string>(results::kSystemCountNames.begin(),
                                     results::kSystemCountNames.end()));
   }
+  set.close();
 }
 
 void writeText(hid_t file, const ResultFile& which, const std::string& text) {
   // Of a fixed length: not every program reads data sets of texts of any length.
   const Handle type(H5Tcopy(H5T_C_S1), H5Tclose);
   Handle::check(H5Tset_size(type, text.size() + 1));
-  const Handle set = dataSet(file, stem(which), type, space({}));
+  Handle set = dataSet(file, stem(which), type, space({}));
   Handle::check(H5Dwrite(set, type, H5S_ALL, H5S_ALL, H5P_DEFAULT, text.c_str()));
   attach(set, "description", which.holds);
+  set.close();
 }
 
 void writeNames(hid_t file, const ShaftLine& line) {
@@ -222,15 +227,22 @@ void writeAll(const ResultDirectory& directory, const Names& names,
 
 void exportHdf5(const ResultDirectory& directory, const Names& names,
                 const std::filesystem::path& output) {
-  // The library would write once more what it could not, when the program ends, and crash.
-  H5dont_atexit();
-  H5Eset_auto2(H5E_DEFAULT, nullptr, nullptr);  // failures are told by exceptions
   WholeFile target(output);
   target.close();
-  try {
-    writeAll(directory, names, target.temporary());
-  } catch (const Hdf5Failure&) {
-    target.fail();
+  // Where it gets no memory, the library may end or break the process that it runs in.
+  const bool done = workApart([&] {
+    // The library would write once more what it could not, when the program ends, and crash.
+    H5dont_atexit();
+    H5Eset_auto2(H5E_DEFAULT, nullptr, nullptr);  // failures are told by exceptions
+    try {
+      writeAll(directory, names, target.temporary());
+    } catch (const Hdf5Failure&) {
+      target.fail();
+    }
+  });
+  if (!done) {
+    throw std::runtime_error(
+        fmt::format("{} can't be written: the memory is exhausted", output.string()));
   }
   target.finish();
 }
