@@ -2,6 +2,8 @@
 
 #include <CLI/CLI.hpp>
 #include <stdexcept>
+#include <string>
+#include <vector>
 
 /// The subcommands of the program. Each registers itself on the program with its options and runs
 /// as its callback; `status` takes the exit status: 0, or 1 for what is wrong with the data.
@@ -13,8 +15,9 @@ class UsageError : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
-/// verenwick run INPUT: one run of the solver and what an engineer wants to see of it first.
-void addRunCommand(CLI::App& program, int& status);
+/// verenwick run INPUT: one run of the solver and what an engineer wants to see of it first. The
+/// words behind the program's name go into the record of the run.
+void addRunCommand(CLI::App& program, const std::vector<std::string>& words, int& status);
 
 /// verenwick show DIR NAME: any result file as a table.
 void addShowCommand(CLI::App& program, int& status);

@@ -1,12 +1,15 @@
 #include <fmt/format.h>
 
+#include <cstdio>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "host/Commands.h"
 #include "host/Export.h"
 #include "host/GivenPaths.h"
+#include "host/OpenResults.h"
 #include "host/OptionChecks.h"
 #include "host/Readings.h"
 
@@ -21,6 +24,7 @@ struct ExportOptions {
   std::string format;
   std::string output;
   std::string input;
+  bool unverified = false;
 };
 
 int exportResults(const ExportOptions& options) {
@@ -28,7 +32,16 @@ int exportResults(const ExportOptions& options) {
       {"csv", exportCsv}, {"xlsx", exportWorkbook}, {"hdf5", exportHdf5}};
   const std::map<std::string, std::string> endings = {
       {"csv", "-csv"}, {"xlsx", ".xlsx"}, {"hdf5", ".h5"}};
-  const results::ResultDirectory directory(options.results);
+  const OpenedResults opened = openResults(
+      options.results,
+      {.unverified = options.unverified,
+       .input = options.input.empty() ? std::nullopt
+                                      : std::optional<std::filesystem::path>(options.input),
+       .files = {}});
+  const results::ResultDirectory& directory = opened.directory;
+  if (!opened.remark.empty()) {
+    std::fputs(fmt::format("{}: {}\n", options.results, opened.remark).c_str(), stderr);
+  }
   if (binaryFiles(directory).empty()) {
     throw std::runtime_error(fmt::format("{} holds no results", options.results));
   }
@@ -71,6 +84,8 @@ void addExportCommand(CLI::App& program, int& status) {
                    "Input file of the run: ids, speeds and orders in place of numbers")
       ->type_name("FILE");
   command->footer("Example:\n  verenwick export plant --format xlsx --input plant.txt");
+  command->add_flag("--unverified", options->unverified,
+                    "Show the files also where they differ from the record of their run");
   command->callback([options, &status] { status = exportResults(*options); });
 }
 

@@ -20,6 +20,7 @@ bool InputLines::next() {
   written_.resize(std::min(written_.size(), kLineLength));
   line_ = written_;
   std::replace(line_.begin(), line_.end(), ',', '.');
+  std::replace(line_.begin(), line_.end(), '\t', ' ');
   tokens_.clear();
   const std::string_view line = line_;
   std::size_t start = line.find_first_not_of(kBlanks);
@@ -38,6 +39,15 @@ bool InputLines::startsWith(std::string_view keyword) const {
                       return written == upper ||
                              (written >= 'a' && written <= 'z' && written - 'a' + 'A' == upper);
                     });
+}
+
+std::string_view InputLines::treated() const {
+  if (tokens_.empty()) {
+    return {};
+  }
+  const std::string_view last = tokens_.back();
+  return {tokens_[0].data(),
+          static_cast<std::size_t>(last.data() + last.size() - tokens_[0].data())};
 }
 
 std::string InputLines::word(std::size_t position) const {

@@ -54,6 +54,10 @@ class InputLines {
     return found;
   }
 
+  /// The line as the solver takes it, with decimal points for commas and blanks for tabs, without
+  /// the blanks around it.
+  [[nodiscard]] std::string_view treated() const;
+
   /// The word at a position: a token, or what stands between quotes.
   [[nodiscard]] std::string word(std::size_t position) const;
 
@@ -63,7 +67,7 @@ class InputLines {
  private:
   std::ifstream stream_;
   std::string written_;
-  std::string line_;  ///< with decimal points for commas
+  std::string line_;  ///< with decimal points for commas and blanks for tabs
   std::vector<std::string_view> tokens_;
   bool first_ = true;
 };

@@ -1,8 +1,12 @@
+#include <fmt/format.h>
+
+#include <cstdio>
 #include <memory>
 #include <string>
 
 #include "host/Commands.h"
 #include "host/GivenPaths.h"
+#include "host/OpenResults.h"
 #include "host/Report.h"
 
 namespace verenwick::host {
@@ -12,6 +16,7 @@ struct ReportOptions {
   std::string input;
   std::string results;
   std::string output = "report.html";
+  bool unverified = false;
 };
 
 }  // namespace
@@ -31,10 +36,18 @@ void addReportCommand(CLI::App& program, int& status) {
                    "The page; report.html in the current directory if not given")
       ->type_name("FILE");
   command->footer("Example:\n  verenwick report plant.txt plant -o plant.html");
+  command->add_flag("--unverified", options->unverified,
+                    "Show the files also where they differ from the record of their run");
   command->callback([options, &status] {
     checkReadable(options->input);
     checkTarget(options->output);
-    writeReport(options->input, results::ResultDirectory(options->results), options->output);
+    const OpenedResults opened =
+        openResults(options->results,
+                    {.unverified = options->unverified, .input = options->input, .files = {}});
+    if (!opened.remark.empty()) {
+      std::fputs(fmt::format("{}: {}\n", options->results, opened.remark).c_str(), stderr);
+    }
+    writeReport(options->input, opened.directory, options->output);
     status = 0;
   });
 }

@@ -3,9 +3,14 @@
 #include <array>
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
+
+#include "host/RunRecord.h"
+#include "results/ResultReader.h"
 
 namespace verenwick::host {
 
@@ -32,17 +37,28 @@ constexpr Steps stepsOf(std::int32_t mode) {
   return {mode != kModeDescribe && mode != kModeForced, mode != kModeDescribe && mode != kModeFree};
 }
 
-/// What the log says of a run.
+/// What to run; paths are absolute.
+struct RunRequest {
+  std::filesystem::path input;
+  std::filesystem::path directory;  ///< of the results, made if it isn't there
+  std::int32_t mode;
+  std::vector<std::string> command;  ///< for the record
+  /// What is to be made of good results before the run has ended, in the result directory: the
+  /// names of the files.
+  std::function<std::vector<std::string>(const results::ResultDirectory&)> furtherFiles;
+};
+
+/// What a run has left.
 struct RunOutcome {
-  bool accepted;
+  RunRecord record;
   std::string log;
 };
 
-/// One run of the solver, which serves one in a process. Makes the result directory and takes away
-/// what an earlier run has left of the files that this one writes; a "Genset.txt" beside the input
-/// is copied there. Throws std::runtime_error if that can't be done, or if the run leaves files
-/// that aren't whole.
-RunOutcome runSolver(const std::filesystem::path& input, const std::filesystem::path& directory,
-                     std::int32_t mode);
+/// One run of the solver, which serves one in a process, under the lock of its result directory and
+/// with a record of it. Takes away what an earlier run has left there; a "Genset.txt" beside the
+/// input is copied there. A refused input and a calculation that broke off are outcomes. Throws
+/// std::runtime_error where the run can't begin or its record can't be kept; nothing is touched
+/// while another run holds the directory.
+RunOutcome runSolver(const RunRequest& request);
 
 }  // namespace verenwick::host

@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <limits>
 #include <memory>
+#include <new>
 #include <optional>
 #include <set>
 #include <stdexcept>
@@ -40,62 +41,105 @@ struct RunOptions {
   bool quiet = false;
   bool report = false;
   bool json = false;
+  std::vector<std::string> words;  ///< of the command line
 };
 
 /// A run in this process, with a line of its progress for a person who waits.
-RunOutcome watchedRun(const RunOptions& options, const fs::path& input, const fs::path& results) {
+RunOutcome watchedRun(const RunOptions& options, const RunRequest& request) {
   const bool watched =
       canRedraw(stderr) && !options.quiet && !options.json && stepsOf(options.mode).forced;
   const LastWords words(
       fmt::format("{}verenwick: ended by a signal; the results in {} are not whole\n",
-                  watched ? fmt::format("\r{}", kClearToEnd) : "", results.string()));
+                  watched ? fmt::format("\r{}", kClearToEnd) : "", request.directory.string()));
   std::optional<ProgressLine> line;
   if (watched) {
-    line.emplace(results);
+    line.emplace(request.directory);
   }
-  return runSolver(input, results, options.mode);
+  return runSolver(request);
+}
+
+/// What a program wants to know of a run, whatever came of it.
+nlohmann::ordered_json documentOf(const RunRequest& request, const RunOutcome& outcome) {
+  const RunRecord& record = outcome.record;
+  const bool complete = record.status == RunStatus::complete;
+  nlohmann::ordered_json document = {{"input", request.input.string()},
+                                     {"results", request.directory.string()},
+                                     {"status", complete ? 0 : 1},
+                                     {"outcome", wordOf(record.status)},
+                                     {"warnings", record.warnings}};
+  if (!complete) {
+    document["errors"] = record.errors;
+    document["words"] = record.status == RunStatus::refused ? outcome.log : record.words;
+  }
+  return document;
+}
+
+/// Says what went wrong; what the solver has put to standard error itself isn't said again.
+void printFailure(const RunOutcome& outcome) {
+  if (outcome.record.status == RunStatus::refused) {
+    printLog(outcome.log);
+  }
+  const std::string words =
+      outcome.record.status == RunStatus::refused ? "the input is refused" : outcome.record.words;
+  std::fputs(fmt::format("verenwick: {}\n", words).c_str(), stderr);
 }
 
 /// What is told of a run in this process.
 int runOne(const RunOptions& options) {
-  const fs::path input = fs::absolute(options.inputs.front());
-  const fs::path path = fs::absolute(options.results.empty() ? "results-of-" + input.stem().string()
-                                                             : options.results);
-  checkInput(input);
-  checkResultDirectory(path);
-  if (options.report) {
-    checkTarget(path / kReportName);
-  }
+  const fs::path input = fs::absolute(options.inputs.front()).lexically_normal();
   const Steps steps = stepsOf(options.mode);
-  const RunOutcome outcome = watchedRun(options, input, path);
-  if (!options.quiet || !outcome.accepted) {
+  RunRequest request{input,
+                     fs::absolute(options.results.empty() ? "results-of-" + input.stem().string()
+                                                          : options.results),
+                     options.mode,
+                     options.words,
+                     {}};
+  if (options.report) {
+    request.furtherFiles = [&](const results::ResultDirectory& directory) {
+      writeReport(input, directory, directory.path() / kReportName);
+      return std::vector<std::string>{kReportName};
+    };
+  }
+  RunOutcome outcome;
+  RunSummary summary;
+  try {
+    checkInput(request.input);
+    checkResultDirectory(request.directory);
+    if (options.report) {
+      checkTarget(request.directory / kReportName);
+    }
+    outcome = watchedRun(options, request);
+    if (outcome.record.status == RunStatus::complete && (options.json || !options.quiet)) {
+      const results::ResultDirectory directory(request.directory, outcome.record.orders);
+      summary = summarise(input, directory, steps);
+    }
+  } catch (const std::bad_alloc&) {
+    outcome.record.status = RunStatus::stopped;
+    outcome.record.words = "the memory is exhausted";
+  } catch (const std::exception& fault) {
+    outcome.record.status = RunStatus::stopped;
+    outcome.record.words = fault.what();
+  }
+  const bool complete = outcome.record.status == RunStatus::complete;
+  if (!complete) {
+    printFailure(outcome);
+  } else if (!options.quiet) {
     printLog(outcome.log);
   }
-  nlohmann::ordered_json document = {
-      {"input", input.string()}, {"results", path.string()}, {"status", outcome.accepted ? 0 : 1}};
-  if (!outcome.accepted) {
-    std::fputs("verenwick: the input is refused\n", stderr);
-    if (options.json) {
-      document["words"] = outcome.log;
-      printDocument(document);
-    }
-    return 1;
-  }
-  const results::ResultDirectory directory(path);
-  if (options.report) {
-    writeReport(input, directory, path / kReportName);
-  }
   if (options.json) {
-    document.update(jsonOf(summarise(input, directory, steps), steps));
+    nlohmann::ordered_json document = documentOf(request, outcome);
+    if (complete) {
+      document.update(jsonOf(summary, steps));
+    }
     printDocument(document);
-  } else if (!options.quiet) {
-    printSummary(input.filename().string(), summarise(input, directory, steps), steps);
-    fmt::print("\nResults in {}\n", path.string());
+  } else if (complete && !options.quiet) {
+    printSummary(input.filename().string(), summary, steps);
+    fmt::print("\nResults in {}\n", request.directory.string());
     if (options.report) {
-      fmt::print("Report in {}\n", (path / kReportName).string());
+      fmt::print("Report in {}\n", (request.directory / kReportName).string());
     }
   }
-  return 0;
+  return complete ? 0 : 1;
 }
 
 /// Names for the inputs that differ: of the files, or else of their folders.
@@ -164,9 +208,10 @@ CLI::Validator modeByName() {
 
 }  // namespace
 
-void addRunCommand(CLI::App& program, int& status) {
+void addRunCommand(CLI::App& program, const std::vector<std::string>& words, int& status) {
   CLI::App* command = program.add_subcommand("run", "Calculate shaft lines");
   const auto options = std::make_shared<RunOptions>();
+  options->words = words;
   command->add_option("INPUT", options->inputs, "Input file; several run side by side")
       ->required()
       ->type_name("FILE");

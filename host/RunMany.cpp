@@ -12,6 +12,7 @@
 
 #include "host/ChildProcess.h"
 #include "host/Ending.h"
+#include "host/OpenResults.h"
 #include "host/Progress.h"
 #include "host/Run.h"
 #include "host/RunSummary.h"
@@ -71,8 +72,8 @@ bool running(Progress& run, const ManyOptions& options) {
     return false;
   }
   try {
-    run.summary = summarise(run.plan->input, results::ResultDirectory(run.plan->results),
-                            stepsOf(options.mode));
+    run.summary =
+        summarise(run.plan->input, openResults(run.plan->results).directory, stepsOf(options.mode));
   } catch (const std::exception& error) {
     fail(run, error);
   }

@@ -50,6 +50,10 @@ struct Sections {
   std::vector<ComponentSection> components;
 };
 
+bool isPropeller(const Component& component) {
+  return component.family == results::Family::propeller;
+}
+
 bool readInertia(const InputLines& lines, Sections& sections) {
   constexpr std::size_t remark = 6;
   const auto id = lines.number<std::int32_t>(1);
@@ -82,6 +86,16 @@ bool readShaft(const InputLines& lines, Sections& sections) {
        lines.number<double>(outer).value_or(0) * kMilli,
        lines.number<double>(inner).value_or(0) * kMilli, lines.rest(remark)});
   return true;
+}
+
+/// Ice excites the propeller whose section was the last one.
+void markIce(Sections& sections) {
+  const auto propeller =
+      std::find_if(sections.components.rbegin(), sections.components.rend(),
+                   [](const ComponentSection& each) { return isPropeller(each.component); });
+  if (propeller != sections.components.rend()) {
+    propeller->component.ice = true;
+  }
 }
 
 /// The free text at the head of a file, without the marks that a comment begins with.
@@ -149,6 +163,9 @@ std::optional<ShaftLine> readShaftLine(const std::filesystem::path& input) {
       if (!readShaft(lines, sections)) {
         return std::nullopt;
       }
+    } else if (lines.startsWith("PROPELLERICE")) {
+      head = false;
+      markIce(sections);
     } else if (auto section = readComponentSection(lines)) {
       head = false;
       sections.components.push_back(std::move(*section));
@@ -163,6 +180,17 @@ std::optional<ShaftLine> readShaftLine(const std::filesystem::path& input) {
     resolveComponent(section, sections);
   }
   return std::move(sections.line);
+}
+
+std::int64_t propellerOrders(const ShaftLine& line) {
+  constexpr std::int64_t plain = 2;
+  constexpr double ordersOfBlade = 4;
+  const auto iced = std::find_if(line.components.begin(), line.components.end(),
+                                 [](const Component& each) { return each.ice; });
+  // The first order of a propeller is its number of blades.
+  return iced == line.components.end() || iced->orders.empty()
+             ? plain
+             : static_cast<std::int64_t>(ordersOfBlade * iced->orders[0]);
 }
 
 std::optional<std::vector<ShapeNode>> shapeNodes(std::span<const double> shape,

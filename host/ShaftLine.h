@@ -54,6 +54,7 @@ struct Component {
   std::optional<double> fixedSpeed;  ///< rpm that the orders belong to at every load case
   /// Of an engine's cylinders and crank throws, N m s/rad: factor and power of order times rpm.
   std::optional<std::array<double, 4>> formulaDamping;
+  bool ice = false;                  ///< of a propeller: ice excites it
 };
 
 /// The shaft line of an input file, rows in the order of the file as in the result files.
@@ -68,6 +69,9 @@ struct ShaftLine {
 /// Reads an input file for naming and drawing. Nothing if inertias or shafts can't be read; whether
 /// it is a good input file is for the solver to say. Components that can't be read are left out.
 std::optional<ShaftLine> readShaftLine(const std::filesystem::path& input);
+
+/// The number of orders that the result files of the propellers have.
+std::int64_t propellerOrders(const ShaftLine& line);
 
 /// A node of a mode shape: on a shaft, at a share of its length from the origin.
 struct ShapeNode {

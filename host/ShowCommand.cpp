@@ -10,6 +10,7 @@
 
 #include "host/Commands.h"
 #include "host/GivenPaths.h"
+#include "host/OpenResults.h"
 #include "host/OptionChecks.h"
 #include "host/Readings.h"
 #include "host/ShowTable.h"
@@ -49,18 +50,31 @@ const ResultFile& fileOf(const std::string& name) {
 
 void show(const ShowOptions& options) {
   const ResultFile* file = options.name.empty() ? nullptr : &fileOf(options.name);
-  const ResultDirectory directory(options.directory);
-  KnownLine line;
+  OpenOptions open{options.unverified, {}, {}};
   if (!options.input.empty()) {
     checkReadable(options.input);
-    line = readLineOf(directory, options.input);
+    open.input = options.input;
   }
-  const TableForm form{options.csv, ""};
+  if (file != nullptr) {
+    open.files = {file};
+  }
+  const OpenedResults opened = openResults(options.directory, open);
+  const ResultDirectory& directory = opened.directory;
+  KnownLine line;
+  if (open.input) {
+    line = readLineOf(directory, *open.input);
+  } else if (const auto input = opened.input()) {
+    line = readLineOf(directory, *input);
+  }
+  const TableForm form{options.csv, opened.remark};
   if (file == nullptr) {
     showList(directory, fmt::format("Results in {}", options.directory), form);
     return;
   }
   if (file->layout == Layout::text) {
+    if (!opened.remark.empty()) {
+      std::fputs(fmt::format("{}: {}\n", file->name, opened.remark).c_str(), stderr);
+    }
     const std::string text = directory.text(*file);
     if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size()) {
       throw std::runtime_error("the output can't be written");
@@ -102,6 +116,8 @@ void addShowCommand(CLI::App& program, int& status) {
       "Input file of the run, which tells ids, speeds and orders; known without it where the run "
       "record names it");
   command->add_flag("--csv", options->csv, "Separate by commas and print all digits");
+  command->add_flag("--unverified", options->unverified,
+                    "Show the files also where they differ from the record of their run");
   command->footer("Example:\n  verenwick show plant DieselTorque --order 7.5 --point 9");
   command->callback([options, &status] {
     show(*options);

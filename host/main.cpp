@@ -1,4 +1,5 @@
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <cstdio>
 #include <exception>
 #include <stdexcept>
@@ -29,7 +30,7 @@ int main(int argc, char** argv) {
     program.set_help_flag("-h,--help", "Print this help and exit");
     program.set_version_flag("--version", "verenwick " VERENWICK_VERSION,
                              "Print the version and exit");
-    verenwick::host::addRunCommand(program, status);
+    verenwick::host::addRunCommand(program, {argv + std::min(argc, 1), argv + argc}, status);
     verenwick::host::addShowCommand(program, status);
     verenwick::host::addReportCommand(program, status);
     verenwick::host::addExportCommand(program, status);

@@ -256,7 +256,8 @@ void ResultValues::read(std::int64_t record, std::span<double> values) {
   readRecords(stream_, file_->name, record - 1, values);
 }
 
-ResultDirectory::ResultDirectory(std::filesystem::path path) : path_(std::move(path)) {
+ResultDirectory::ResultDirectory(std::filesystem::path path, KnownOrders orders)
+    : path_(std::move(path)), orders_(orders) {
   std::error_code error;
   if (!std::filesystem::is_directory(path_, error)) {
     throw std::runtime_error(path_.string() + ": there is no such directory");
@@ -327,10 +328,42 @@ std::optional<std::int64_t> ResultDirectory::orders(Family family) const {
     case Family::diesel:
       return count(SystemCount::dieselOrders);
     case Family::propeller:
-      return std::nullopt;
+      return orders_.propeller;
     default:
       return fixedOrders(family);
   }
+}
+
+std::int64_t ResultDirectory::agreedOrders(Family family) const {
+  // A run that stopped leaves whole orders of fewer load cases, which looks like fewer orders.
+  bool wholeCases = false;
+  for (const ResultFile& file : kResultFiles) {
+    if (file.layout == Layout::loadCase && has(file)) {
+      static_cast<void>(open(file));
+      wholeCases = true;
+    }
+  }
+  std::optional<std::int64_t> agreed;
+  for (const ResultFile& file : kResultFiles) {
+    if (file.layout != Layout::family || file.family != family || !has(file)) {
+      continue;
+    }
+    std::vector<Extent> axes = extents(file);
+    const auto resolvedAxes =
+        resolved(file.name, std::move(axes), valuesAtPosition(file), records(file));
+    const auto order = std::find_if(resolvedAxes.begin(), resolvedAxes.end(),
+                                    [](const Axis& axis) { return axis.index == Index::order; });
+    if (agreed.value_or(order->size()) != order->size()) {
+      fail(file.name, "broken, it has another number of orders than the other files of its family");
+    }
+    agreed = order->size();
+  }
+  const std::int64_t orders = agreed.value_or(0);
+  if (!wholeCases && orders > 0) {
+    fail(familyFile(family, Quantity::deflection).name,
+         "how many orders it has can't be told: there are no totals of whole load cases");
+  }
+  return orders;
 }
 
 std::vector<Extent> ResultDirectory::extents(const ResultFile& file) const {
@@ -358,7 +391,7 @@ std::vector<Extent> ResultDirectory::extents(const ResultFile& file) const {
     case Layout::engineModeOrder:
       return {{Index::source, "engine", count(SystemCount::diesels)},
               shapes(),
-              {Index::order, "order", std::nullopt}};
+              {Index::order, "order", count(SystemCount::dieselOrders)}};
     case Layout::family:
       return {loadCases(),
               {Index::source, wordOf(file.family), count(countOf(file.family))},
@@ -380,6 +413,11 @@ std::vector<Extent> ResultDirectory::extents(const ResultFile& file) const {
 
 ResultValues ResultDirectory::open(const ResultFile& file) const {
   std::vector<Extent> axes = extents(file);
+  if (file.layout == Layout::family && !orders(file.family)) {
+    const auto order = std::find_if(axes.begin(), axes.end(),
+                                    [](const Extent& each) { return each.index == Index::order; });
+    order->size = agreedOrders(file.family);
+  }
   return {file, pathOf(file),
           resolved(file.name, std::move(axes), valuesAtPosition(file), records(file))};
 }

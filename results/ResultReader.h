@@ -110,10 +110,15 @@ class ResultValues {
 /// An axis whose size may be unknown.
 struct Extent;
 
+/// Sizes that stand in no file of the directory, from who knows the run.
+struct KnownOrders {
+  std::optional<std::int64_t> propeller;  ///< places of orders in the files of the propellers
+};
+
 /// A result directory.
 class ResultDirectory {
  public:
-  explicit ResultDirectory(std::filesystem::path path);
+  explicit ResultDirectory(std::filesystem::path path, KnownOrders orders = {});
 
   [[nodiscard]] const std::filesystem::path& path() const { return path_; }
   [[nodiscard]] bool has(const ResultFile& file) const;
@@ -122,8 +127,8 @@ class ResultDirectory {
   /// The number of modes, the rigid-body mode among them, by the size of "NaturalFrequency.bin";
   /// nothing if the directory doesn't hold that file.
   [[nodiscard]] std::optional<std::int64_t> modes() const;
-  /// Opens a binary file. One size that no other file tells is found from the file's own size: the
-  /// orders of a propeller and of the vector sums, and others without "SystemInfo.bin".
+  /// Opens a binary file. Without "SystemInfo.bin" one size is found from the file's own. Orders of
+  /// propellers that aren't known are believed where all files of whole load cases agree on them.
   [[nodiscard]] ResultValues open(const ResultFile& file) const;
   /// The records that a binary file has when it is whole; nothing where only its own size tells.
   [[nodiscard]] std::optional<std::int64_t> expectedRecords(const ResultFile& file) const;
@@ -136,8 +141,10 @@ class ResultDirectory {
   [[nodiscard]] std::vector<Extent> extents(const ResultFile& file) const;
   [[nodiscard]] std::optional<std::int64_t> points(Points points) const;
   [[nodiscard]] std::optional<std::int64_t> orders(Family family) const;
+  [[nodiscard]] std::int64_t agreedOrders(Family family) const;
 
   std::filesystem::path path_;
+  KnownOrders orders_;
 };
 
 }  // namespace verenwick::results

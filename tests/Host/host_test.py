@@ -168,6 +168,7 @@ class Show(HostTest):
     def test_table(self):
         self.assertEqual(self.show("SynthesisTorque").splitlines(), [
             "SynthesisTorque.bin: amplitude of the total vibratory torque",
+            "(without a run record: whether these files belong to one whole run is not known)",
             "  load case  shaft row     value [N m]",
             "          1          1         1500000",
             "          2          1             nan",

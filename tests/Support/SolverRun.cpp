@@ -54,8 +54,11 @@ std::vector<double> readRecords(const fs::path& path) {
 
 std::string exampleInput(const std::string& plant) {
   const fs::path directory = fs::path(VERENWICK_EXAMPLES) / plant;
-  return replaced(readText(directory / "input.txt"), "examples/" + plant + "/",
-                  directory.string() + "/");
+  std::string text = readText(directory / "input.txt");
+  for (const std::string& name : filesIn(directory)) {
+    text = replaced(text, "\n" + name + "\n", "\n" + (directory / name).string() + "\n");
+  }
+  return text;
 }
 
 std::vector<std::string> filesIn(const fs::path& directory) {
