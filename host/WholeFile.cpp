@@ -2,6 +2,10 @@
 
 #include <fmt/format.h>
 
+#ifndef _WIN32
+#include <unistd.h>
+#endif
+
 #include <cerrno>
 #include <cstring>
 #include <random>
@@ -53,6 +57,14 @@ void WholeFile::write(std::string_view text) {
   if (std::fwrite(text.data(), 1, text.size(), stream_) != text.size()) {
     fail(errno);
   }
+}
+
+void WholeFile::bringToDisk() {
+#ifndef _WIN32
+  if (std::fflush(stream_) != 0 || fsync(fileno(stream_)) != 0) {
+    fail(errno);
+  }
+#endif
 }
 
 void WholeFile::close() {

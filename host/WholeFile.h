@@ -23,6 +23,8 @@ class WholeFile {
   ~WholeFile();
 
   void write(std::string_view text);
+  /// Waits until what was written is on the disk, so that the name never stands for less.
+  void bringToDisk();
   /// Closes the temporary file, whose last bytes may fail only now.
   void close();
   /// Closes it and puts it in the place of the target.

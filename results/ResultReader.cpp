@@ -20,8 +20,10 @@ struct Extent {
 
 namespace {
 
-constexpr double kLargestCount = 1e9;
 constexpr std::int64_t kBlockRecords = 8192;
+/// What the solver reads of an input file at most.
+constexpr std::int64_t kMostSections = 400'000;
+constexpr std::int64_t kMostLoadCases = 1'000'000;
 
 [[noreturn]] void fail(std::string_view name, const std::string& text) {
   throw std::runtime_error(std::string(name) + ": " + text);
@@ -50,7 +52,7 @@ std::int64_t recordsOf(std::string_view name, const std::filesystem::path& path)
 /// Multiplies sizes that a broken file may have made absurd.
 std::int64_t product(std::string_view name, std::int64_t a, std::int64_t b) {
   if (a != 0 && b > std::numeric_limits<std::int64_t>::max() / a) {
-    fail(name, "the sizes in SystemInfo.bin are absurd");
+    fail(name, "the counts in SystemInfo.bin are absurd");
   }
   return a * b;
 }
@@ -83,6 +85,15 @@ std::ifstream openStream(std::string_view name, const std::filesystem::path& pat
     fail(name, "can't be opened");
   }
   return stream;
+}
+
+/// Whether a model can have so many; a broken file may hold anything.
+bool isCount(SystemCount count, double value) {
+  if (count == SystemCount::dieselOrders) {
+    return value == 0 || value == kWholeOrders || value == kHalfOrders;
+  }
+  const std::int64_t most = count == SystemCount::loadCases ? kMostLoadCases : kMostSections;
+  return value >= 0 && value <= static_cast<double>(most) && value == std::floor(value);
 }
 
 SystemCount countOf(Family family) {
@@ -179,7 +190,7 @@ ResultValues::ResultValues(const ResultFile& file, const std::filesystem::path& 
   }
   if (records_ != expected) {
     fail(file.name, "broken or of another run, it holds " + counted(records_, "record") +
-                        " where the model calls for " + std::to_string(expected));
+                        " where the counts in SystemInfo.bin call for " + std::to_string(expected));
   }
 }
 
@@ -289,7 +300,7 @@ std::optional<std::int64_t> ResultDirectory::count(SystemCount count) const {
   std::ifstream stream = openStream(file.name, pathOf(file));
   double value = 0;
   readRecords(stream, file.name, static_cast<std::int64_t>(count) - 1, std::span(&value, 1));
-  if (!(value >= 0 && value <= kLargestCount) || value != std::floor(value)) {
+  if (!isCount(count, value)) {
     fail(file.name, "broken, " + std::to_string(value) + " is no number of " +
                         std::string(kSystemCountNames.at(static_cast<std::size_t>(count) - 1)));
   }

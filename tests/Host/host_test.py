@@ -87,7 +87,8 @@ class Run(HostTest):
                               "1 100 1000 0 0 0\n0 0 0 0\n0 0 0 0\n"
                               "LOADCASE\nRPM 1 1\nGENERATOR ELECTRICMOTOR\n0 100 100\n", status=1)
         self.assertIn("** CGETRF/ZGETRF failed", done.stderr)
-        self.assertIn("the calculation stopped early: SynthesisDeflection.bin", done.stderr)
+        self.assertIn("the calculation stopped early: CGETRF/ZGETRF failed; SynthesisDeflection.bin",
+                      done.stderr)
 
     def test_result_directory(self):
         results = self.here / "results-of-plant"
@@ -96,11 +97,8 @@ class Run(HostTest):
         self.write("results-of-plant/Genset.txt", "1 100 90\n")
         # A refused input leaves no results of the run before; what is no result stays.
         self.run_plant("INERTIA 1\n", status=1)
-        self.assertEqual(sorted(os.listdir(results)), ["Genset.txt", "Verenwick.log", "notes.txt"])
-        # A report takes nothing away from the free vibration.
-        self.run_plant(TWO, "--mode", "free")
-        self.run_plant(TWO, "--mode", "describe")
-        self.assertEqual(len(records(results / "NaturalFrequency.bin")), 2)
+        self.assertEqual(sorted(os.listdir(results)),
+                         ["Genset.txt", "Verenwick.log", "notes.txt", "run.json"])
         (self.here / "blocked/Verenwick.log/inside").mkdir(parents=True)
         for name, words in (("plant.txt", "can't be made"), ("blocked", "is a directory"),
                             ("/".join(["d" * 200] * 6), "are the most")):
@@ -193,16 +191,15 @@ class Examples(HostTest):
         self.assertTrue(inputs)
         for path in inputs:
             with self.subTest(plant=path.parent.name):
-                # Data files are named as seen from the project's root.
                 results = self.here / path.parent.name
                 run = ["run", path, "--results", results]
-                document = json.loads(self.call(*run, "--json", cwd=EXAMPLES.parent).stdout)
+                document = json.loads(self.call(*run, "--json").stdout)
                 self.assertEqual([document["input"], document["results"], document["status"]],
                                  [str(path), str(results), 0])
                 self.files = {file.stem: records(file) for file in results.glob("*.bin")}
                 self.check_free(document)
                 self.check_load_cases(document["loadCases"], path.read_text())
-                printed = self.call(*run, cwd=EXAMPLES.parent).stdout.splitlines()
+                printed = self.call(*run).stdout.splitlines()
                 expected = list(self.lines(document))
                 self.assertEqual([line for line in printed if line in expected], expected)
 

@@ -102,7 +102,7 @@ TEST_F(ResultReader, FindsEveryValueOfEveryLayout) {
   for (const Case& file : {
            Case{"NaturalFrequency.bin", "mode 1-6", 6},
            Case{"RelativeTorque.bin", "mode 2-6, shaft 1-4", 20},
-           Case{"VectorSumRpm.bin", "engine 1-2, mode 2-6, order 1-20", 200, false},
+           Case{"VectorSumRpm.bin", "engine 1-2, mode 2-6, order 1-24", 240},
            Case{"SynthesisDeflection.bin", "load case 1-3, inertia 1-5", 15},
            Case{"TorqueAngleBasedDiesel.bin", "load case 1-3, shaft 1-4, step 1-360", 4320},
            Case{"PropellerShaftMarks.bin", "shaft 1-4", 4},
@@ -190,15 +190,17 @@ TEST_F(ResultReader, NamesWhatIsWrongWithAFile) {
   const std::string whole = numbered(kLoadCases * kShafts);
   for (const Case& each : {
            Case{systemInfo(), numbered(13), "13 records"},
-           Case{systemInfo(), whole.substr(32), "8 records where the model calls for 12"},
-           Case{systemInfo(), whole, "no multiple of 48", "PropellerTorque.bin"},
+           Case{systemInfo(), whole.substr(32), "8 records where the counts in SystemInfo.bin"},
            Case{systemInfo(), whole, "12 records", "ElectricMotorTorque.bin"},
            Case{systemInfo().substr(8), whole, "17 records"},
            Case{systemInfo({14, 2.5}), whole, "load cases"},
            Case{systemInfo({2, -1}), whole, "shafts"},
            Case{systemInfo({2, std::nan("")}), whole, "shafts"},
-           Case{systemInfo({14, 1e300}), whole, "load cases"},
-           Case{records(std::vector<double>(18, 1e9)), whole, "absurd", "DieselTorque.bin"},
+           Case{systemInfo({14, 1e300}), whole, "SystemInfo.bin: broken"},
+           Case{systemInfo({2, 1e9}), whole, "SystemInfo.bin: broken"},
+           Case{systemInfo({15, 23}), whole, "SystemInfo.bin: broken", "DieselTorque.bin"},
+           Case{systemInfo({2, 4e5}), whole, "12 records where the counts in SystemInfo.bin"},
+           Case{systemInfo(), whole, "no multiple of 48", "PropellerTorque.bin"},
            Case{systemInfo(), "", "no record", "NaturalFrequency.bin"},
            Case{systemInfo(), "words", "text", "Overview.txt"},
        }) {
@@ -207,6 +209,30 @@ TEST_F(ResultReader, NamesWhatIsWrongWithAFile) {
     expectFault(each.name, each.words);
   }
   EXPECT_EQ(reader().text(resultFile("Overview.txt")), "words");
+}
+
+// A run that stops leaves whole orders of fewer load cases, which looks like fewer orders.
+TEST_F(ResultReader, DoesNotGuessTheOrdersOfPropellers) {
+  constexpr int torques = kPropellers * kShafts * 4;
+  const auto open = [this](std::int64_t orders) {
+    static_cast<void>(
+        ResultDirectory(directory_.path(), {orders}).open(resultFile("PropellerTorque.bin")));
+  };
+  directory_.write("SystemInfo.bin", systemInfo());
+  directory_.write("PropellerTorque.bin", numbered(kLoadCases * 2 * torques));
+  expectFault("PropellerTorque.bin", "no totals of whole load cases");
+  directory_.write("SynthesisTorque.bin", numbered(kLoadCases * kShafts));
+  EXPECT_EQ(this->open("PropellerTorque.bin").axis(Index::order)->last, 2);
+  EXPECT_NO_THROW(open(2));
+  EXPECT_THAT([&] { open(8); }, ThrowsMessage<std::runtime_error>(HasSubstr("call for 384")));
+  // Six orders, of which the first load case is there.
+  directory_.write("PropellerTorque.bin", numbered(6 * torques));
+  directory_.write("SynthesisTorque.bin", numbered(kShafts));
+  expectFault("PropellerTorque.bin", "SynthesisTorque.bin");
+  EXPECT_THAT([&] { open(6); }, ThrowsMessage<std::runtime_error>(HasSubstr("call for 288")));
+  directory_.write("SynthesisTorque.bin", numbered(kLoadCases * kShafts));
+  directory_.write("PropellerStress.bin", numbered(kLoadCases * torques));
+  expectFault("PropellerTorque.bin", "another number of orders");
 }
 
 }  // namespace
