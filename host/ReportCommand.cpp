@@ -47,7 +47,7 @@ void addReportCommand(CLI::App& program, int& status) {
     if (!opened.remark.empty()) {
       std::fputs(fmt::format("{}: {}\n", options->results, opened.remark).c_str(), stderr);
     }
-    writeReport(options->input, opened.directory, options->output);
+    writeReport(options->input, opened.directory, options->output, opened.remark);
     status = 0;
   });
 }

@@ -96,7 +96,7 @@ int runOne(const RunOptions& options) {
                      {}};
   if (options.report) {
     request.furtherFiles = [&](const results::ResultDirectory& directory) {
-      writeReport(input, directory, directory.path() / kReportName);
+      writeReport(input, directory, directory.path() / kReportName, "");
       return std::vector<std::string>{kReportName};
     };
   }
