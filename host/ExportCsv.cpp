@@ -86,13 +86,20 @@ void exportCsv(const results::ResultDirectory& directory, const Names& names,
     throw std::runtime_error(fmt::format(
         "{} is a link, which is not followed; nothing is written there", output.string()));
   }
-  const bool present = fs::exists(output, error);
+  const std::vector<const results::ResultFile*> exported = binaryFiles(directory);
+  // Tables of an earlier export that these results don't have; whatever else is there stays.
+  std::vector<fs::path> stale;
+  for (const results::ResultFile& each : results::kResultFiles) {
+    if (each.layout != results::Layout::text &&
+        std::find(exported.begin(), exported.end(), &each) == exported.end()) {
+      stale.push_back(output / nameOf(each));
+    }
+  }
+  const NewDirectory made(fs::exists(output, error) ? fs::path() : output);
   fs::create_directories(output, error);
   if (!fs::is_directory(output, error)) {
     throw std::runtime_error(fmt::format("{} can't be made a directory", output.string()));
   }
-  const std::vector<const results::ResultFile*> exported = binaryFiles(directory);
-  const NewDirectory made(present ? fs::path() : output);
   // All of them are written before the first takes the place of an earlier one.
   std::deque<WholeFile> files;
   for (const results::ResultFile* each : exported) {
@@ -102,12 +109,8 @@ void exportCsv(const results::ResultDirectory& directory, const Names& names,
   for (WholeFile& file : files) {
     file.finish();
   }
-  // Tables of an earlier export that these results don't have; whatever else is there stays.
-  for (const results::ResultFile& each : results::kResultFiles) {
-    const fs::path path = output / nameOf(each);
-    if (each.layout != results::Layout::text &&
-        std::find(exported.begin(), exported.end(), &each) == exported.end() &&
-        fs::is_regular_file(fs::symlink_status(path, error)) && !fs::remove(path, error)) {
+  for (const fs::path& path : stale) {
+    if (fs::is_regular_file(fs::symlink_status(path, error)) && !fs::remove(path, error)) {
       throw std::runtime_error(fmt::format("{} of an earlier export can't be removed: {}",
                                            path.string(), error.message()));
     }

@@ -103,7 +103,9 @@ void attach(hid_t object, const char* name, const std::vector<std::int64_t>& num
 }
 
 Handle dataSet(hid_t file, const std::string& name, hid_t type, const Handle& place) {
-  return {H5Dcreate2(file, name.c_str(), type, place, H5P_DEFAULT, H5P_DEFAULT, H5P_DEFAULT),
+  const Handle properties(H5Pcreate(H5P_DATASET_CREATE), H5Pclose);
+  Handle::check(H5Pset_obj_track_times(properties, false));  // the same bytes at any time
+  return {H5Dcreate2(file, name.c_str(), type, place, H5P_DEFAULT, properties, H5P_DEFAULT),
           H5Dclose};
 }
 

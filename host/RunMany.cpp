@@ -22,7 +22,6 @@
 namespace verenwick::host {
 namespace {
 
-namespace fs = std::filesystem;
 using Clock = std::chrono::steady_clock;
 using Seconds = std::chrono::duration<double>;
 using json = nlohmann::ordered_json;
