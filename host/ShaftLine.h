@@ -54,7 +54,7 @@ struct Component {
   std::optional<double> fixedSpeed;  ///< rpm that the orders belong to at every load case
   /// Of an engine's cylinders and crank throws, N m s/rad: factor and power of order times rpm.
   std::optional<std::array<double, 4>> formulaDamping;
-  bool ice = false;                  ///< of a propeller: ice excites it
+  bool ice = false;  ///< of a propeller: ice excites it
 };
 
 /// The shaft line of an input file, rows in the order of the file as in the result files.

@@ -56,7 +56,8 @@ std::string exampleInput(const std::string& plant) {
   const fs::path directory = fs::path(VERENWICK_EXAMPLES) / plant;
   std::string text = readText(directory / "input.txt");
   for (const std::string& name : filesIn(directory)) {
-    text = replaced(text, "\n" + name + "\n", "\n" + (directory / name).string() + "\n");
+    const auto line = [](const std::string& words) { return std::string(1, '\n') + words + '\n'; };
+    text = replaced(text, line(name), line((directory / name).string()));
   }
   return text;
 }
