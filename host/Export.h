@@ -6,10 +6,11 @@
 #include <string>
 #include <vector>
 
+#include "host/OpenResults.h"
 #include "host/ShaftLine.h"
 #include "results/ResultReader.h"
 
-/// All results of a directory in the formats of other programs.
+/// All results of a directory in the formats of other programs, with the remark on them.
 namespace verenwick::host {
 
 /// What the numbers of the result files stand for, where an input file tells.
@@ -51,16 +52,17 @@ class ExportTable {
 /// Every binary file that the directory holds.
 std::vector<const results::ResultFile*> binaryFiles(const results::ResultDirectory& directory);
 
-/// A file of comma separated values for each result file, into a directory that is made.
-void exportCsv(const results::ResultDirectory& directory, const Names& names,
+/// A file of comma separated values for each result file, into a directory that is made, and one
+/// for the remark.
+void exportCsv(const OpenedResults& opened, const Names& names,
                const std::filesystem::path& output);
 
 /// A workbook with a sheet for each result file; a long one goes on in further sheets.
-void exportWorkbook(const results::ResultDirectory& directory, const Names& names,
+void exportWorkbook(const OpenedResults& opened, const Names& names,
                     const std::filesystem::path& output);
 
 /// An HDF5 file with a data set for each result file and its units as attributes.
-void exportHdf5(const results::ResultDirectory& directory, const Names& names,
+void exportHdf5(const OpenedResults& opened, const Names& names,
                 const std::filesystem::path& output);
 
 }  // namespace verenwick::host

@@ -16,8 +16,7 @@
 namespace verenwick::host {
 namespace {
 
-using Format = void (*)(const results::ResultDirectory&, const Names&,
-                        const std::filesystem::path&);
+using Format = void (*)(const OpenedResults&, const Names&, const std::filesystem::path&);
 
 struct ExportOptions {
   std::string results;
@@ -57,7 +56,7 @@ int exportResults(const ExportOptions& options) {
   if (options.format != "csv") {
     checkTarget(output);
   }
-  formats.at(options.format)(directory, names, output);
+  formats.at(options.format)(opened, names, output);
   return 0;
 }
 

@@ -16,6 +16,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
+/// The file beside the tables for what must be said of them.
+constexpr const char* kRemarkName = "verenwick-remark.txt";
+
 /// A directory that was made for the tables: it goes away with them if they don't come to stay.
 class NewDirectory {
  public:
@@ -78,22 +81,24 @@ std::string nameOf(const results::ResultFile& file) {
 
 }  // namespace
 
-void exportCsv(const results::ResultDirectory& directory, const Names& names,
-               const fs::path& output) {
-  static_assert(results::kResultFiles.size() < kUnfinishedFiles);
+void exportCsv(const OpenedResults& opened, const Names& names, const fs::path& output) {
+  static_assert(results::kResultFiles.size() + 2 < kUnfinishedFiles);
   std::error_code error;
   if (fs::is_symlink(fs::symlink_status(output, error))) {
     throw std::runtime_error(fmt::format(
         "{} is a link, which is not followed; nothing is written there", output.string()));
   }
-  const std::vector<const results::ResultFile*> exported = binaryFiles(directory);
-  // Tables of an earlier export that these results don't have; whatever else is there stays.
+  const std::vector<const results::ResultFile*> exported = binaryFiles(opened.directory);
+  // What these results don't have of an earlier export; whatever else is there stays.
   std::vector<fs::path> stale;
   for (const results::ResultFile& each : results::kResultFiles) {
     if (each.layout != results::Layout::text &&
         std::find(exported.begin(), exported.end(), &each) == exported.end()) {
       stale.push_back(output / nameOf(each));
     }
+  }
+  if (opened.remark.empty()) {
+    stale.push_back(output / kRemarkName);
   }
   const NewDirectory made(fs::exists(output, error) ? fs::path() : output);
   fs::create_directories(output, error);
@@ -103,7 +108,12 @@ void exportCsv(const results::ResultDirectory& directory, const Names& names,
   // All of them are written before the first takes the place of an earlier one.
   std::deque<WholeFile> files;
   for (const results::ResultFile* each : exported) {
-    writeTable({directory.open(*each), names}, files.emplace_back(output / nameOf(*each)));
+    writeTable({opened.directory.open(*each), names}, files.emplace_back(output / nameOf(*each)));
+  }
+  if (!opened.remark.empty()) {
+    WholeFile& file = files.emplace_back(output / kRemarkName);
+    file.write(opened.remark + '\n');
+    file.close();
   }
   const HeldSignals held;
   for (WholeFile& file : files) {

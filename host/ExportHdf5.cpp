@@ -102,6 +102,13 @@ void attach(hid_t object, const char* name, const std::vector<std::int64_t>& num
   writeAttribute(object, name, space({numbers.size()}), H5T_NATIVE_INT64, numbers.data());
 }
 
+/// What must be said of the results, if anything.
+void attachRemark(hid_t object, const std::string& remark) {
+  if (!remark.empty()) {
+    attach(object, "remark", remark);
+  }
+}
+
 Handle dataSet(hid_t file, const std::string& name, hid_t type, const Handle& place) {
   const Handle properties(H5Pcreate(H5P_DATASET_CREATE), H5Pclose);
   Handle::check(H5Pset_obj_track_times(properties, false));  // the same bytes at any time
@@ -146,7 +153,7 @@ std::string stem(const ResultFile& file) {
   return std::filesystem::path(file.name).stem().string();
 }
 
-void writeValues(hid_t file, ResultValues values) {
+void writeValues(hid_t file, ResultValues values, const std::string& remark) {
   std::vector<hsize_t> shape;
   std::vector<std::string> axes;
   std::vector<std::int64_t> first;
@@ -163,6 +170,7 @@ void writeValues(hid_t file, ResultValues values) {
   Handle set = dataSet(file, stem(values.file()), H5T_IEEE_F64LE, space(shape));
   copyRecords(values, set, shape);
   attach(set, "description", values.file().holds);
+  attachRemark(set, remark);
   attach(set, "unit", values.file().unit);
   attach(set, "axes", axes);
   attach(set, "first", first);
@@ -184,13 +192,15 @@ void writeValues(hid_t file, ResultValues values) {
   set.close();
 }
 
-void writeText(hid_t file, const ResultFile& which, const std::string& text) {
+void writeText(hid_t file, const ResultFile& which, const std::string& text,
+               const std::string& remark) {
   // Of a fixed length: not every program reads data sets of texts of any length.
   const Handle type(H5Tcopy(H5T_C_S1), H5Tclose);
   Handle::check(H5Tset_size(type, text.size() + 1));
   Handle set = dataSet(file, stem(which), type, space({}));
   Handle::check(H5Dwrite(set, type, H5S_ALL, H5S_ALL, H5P_DEFAULT, text.c_str()));
   attach(set, "description", which.holds);
+  attachRemark(set, remark);
   set.close();
 }
 
@@ -208,15 +218,16 @@ void writeNames(hid_t file, const ShaftLine& line) {
   writeList(file, "LoadCaseSpeeds", H5T_IEEE_F64LE, H5T_NATIVE_DOUBLE, line.loadCaseSpeeds, "rpm");
 }
 
-void writeAll(const ResultDirectory& directory, const Names& names,
-              const std::filesystem::path& path) {
+void writeAll(const OpenedResults& opened, const Names& names, const std::filesystem::path& path) {
   Handle file(H5Fcreate(path.c_str(), H5F_ACC_TRUNC, H5P_DEFAULT, H5P_DEFAULT), H5Fclose);
+  const ResultDirectory& directory = opened.directory;
+  attachRemark(file, opened.remark);
   for (const ResultFile* each : binaryFiles(directory)) {
-    writeValues(file, directory.open(*each));
+    writeValues(file, directory.open(*each), opened.remark);
   }
   for (const ResultFile& each : results::kResultFiles) {
     if (each.layout == Layout::text && directory.has(each)) {
-      writeText(file, each, directory.text(each));
+      writeText(file, each, directory.text(each), opened.remark);
     }
   }
   if (names) {
@@ -227,7 +238,7 @@ void writeAll(const ResultDirectory& directory, const Names& names,
 
 }  // namespace
 
-void exportHdf5(const ResultDirectory& directory, const Names& names,
+void exportHdf5(const OpenedResults& opened, const Names& names,
                 const std::filesystem::path& output) {
   WholeFile target(output);
   target.close();
@@ -237,7 +248,7 @@ void exportHdf5(const ResultDirectory& directory, const Names& names,
     H5dont_atexit();
     H5Eset_auto2(H5E_DEFAULT, nullptr, nullptr);  // failures are told by exceptions
     try {
-      writeAll(directory, names, target.temporary());
+      writeAll(opened, names, target.temporary());
     } catch (const Hdf5Failure&) {
       target.fail();
     }

@@ -216,11 +216,13 @@ void addValue(Workbook& book, double value) {
   }
 }
 
-/// Begins a sheet with what the file holds, and the header.
-void addHead(Workbook& book, const std::string& name, const ExportTable& table) {
+/// Begins a sheet with what the file holds and the remark on it, and the header.
+void addHead(Workbook& book, const std::string& name, const ExportTable& table,
+             const std::string& remark) {
   book.beginSheet(name, table.header().size(), table.labels());
   book.beginRow();
-  book.addText(table.file().holds);
+  book.addText(remark.empty() ? std::string(table.file().holds)
+                              : fmt::format("{} ({})", table.file().holds, remark));
   book.endRow();
   book.beginRow();
   for (const std::string& word : table.header()) {
@@ -229,7 +231,7 @@ void addHead(Workbook& book, const std::string& name, const ExportTable& table) 
   book.endRow();
 }
 
-void addTable(Workbook& book, ExportTable table) {
+void addTable(Workbook& book, ExportTable table, const std::string& remark) {
   const std::string name = std::filesystem::path(table.file().name).stem().string();
   if (table.header().size() > kSheetColumns) {
     throw std::runtime_error(
@@ -242,7 +244,7 @@ void addTable(Workbook& book, ExportTable table) {
   do {
     if (row == kSheetRows) {
       const std::string suffix = ++sheets == 1 ? "" : fmt::format(" {}", sheets);
-      addHead(book, name.substr(0, kSheetName - suffix.size()) + suffix, table);
+      addHead(book, name.substr(0, kSheetName - suffix.size()) + suffix, table, remark);
       row = kHeadRows;
     }
     if (!table.next(labels, values)) {
@@ -262,12 +264,12 @@ void addTable(Workbook& book, ExportTable table) {
 
 }  // namespace
 
-void exportWorkbook(const results::ResultDirectory& directory, const Names& names,
+void exportWorkbook(const OpenedResults& opened, const Names& names,
                     const std::filesystem::path& output) {
   WholeFile file(output);
   Workbook book(file);
-  for (const results::ResultFile* each : binaryFiles(directory)) {
-    addTable(book, {directory.open(*each), names});
+  for (const results::ResultFile* each : binaryFiles(opened.directory)) {
+    addTable(book, {opened.directory.open(*each), names}, opened.remark);
   }
   book.finish();
 }

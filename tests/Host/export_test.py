@@ -33,6 +33,8 @@ SHAPES = {
     "TorqueAngleBasedDiesel": (CASES, SHAFTS, 360),
 }
 
+REMARK = "verenwick-remark.txt"
+
 
 class Export(HostTest):
     def setUp(self):
@@ -116,7 +118,7 @@ class Export(HostTest):
 
     def test_csv(self):
         self.export("csv", "all")
-        self.assertEqual(sorted(path.stem for path in (self.here / "all").iterdir()),
+        self.assertEqual(sorted(path.stem for path in (self.here / "all").glob("*.csv")),
                          list(self.files))
         for name in self.files:
             with open(self.here / "all" / (name + ".csv"), newline="", encoding="utf-8") as file:
@@ -149,6 +151,27 @@ class Export(HostTest):
         rest = list(book["NaturalFrequency 2"].iter_rows(values_only=True))
         self.assertEqual(rest[1:], [("mode", "value [rad/s]"), (rows - 1, rows - 2),
                                     (rows, rows - 1)])
+
+    def test_remarks(self):
+        """What must be said of results stands in every export of them, and only then."""
+        words = "without a run record"
+        self.call("run", "plant.txt", "--results", "recorded", "--mode", "free", "--quiet")
+        for directory, remarked in (("results", True), ("recorded", False)):
+            def said(text, remarked=remarked):
+                self.assertEqual(words in text, remarked)
+            for form in ("csv", "xlsx", "hdf5"):
+                said(self.call("export", directory, "--format", form, "-o",
+                               f"of.{form}").stderr)
+            path = self.here / "of.csv" / REMARK
+            self.assertEqual(path.exists(), remarked)
+            said(path.read_text() if remarked else "")
+            book = openpyxl.load_workbook(self.here / "of.xlsx", read_only=True)
+            for sheet in book:
+                said(next(sheet.iter_rows(max_row=1, values_only=True))[0])
+            book.close()
+            with h5py.File(self.here / "of.hdf5", "r") as file:
+                for each in (file, *file.values()):
+                    said(each.attrs.get("remark", ""))
 
     def test_refusals(self):
         (self.here / "empty").mkdir()
@@ -232,7 +255,7 @@ class Faults(HostTest):
         self.write("csv/SynthesisTorque.csv", "of another plant")
         self.export("csv")
         self.assertEqual(set(self.content("csv")), {"mine.csv", "Overview.csv",
-                                                    "NaturalFrequency.csv"})
+                                                    "NaturalFrequency.csv", REMARK})
 
     def test_signals(self):
         for form in self.FORMS:
@@ -242,7 +265,8 @@ class Faults(HostTest):
             self.modes(10000000)
             for number, target in ((signal.SIGTERM, form), (signal.SIGINT, "none")):
                 process = subprocess.Popen([PROGRAM, "export", "results", "--format", form,
-                                            "-o", target], cwd=self.here)
+                                            "-o", target], cwd=self.here,
+                                           stderr=subprocess.DEVNULL)
                 while process.poll() is None and not list(self.here.rglob("*.part")):
                     time.sleep(0.001)
                 process.send_signal(number)
