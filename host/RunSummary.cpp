@@ -76,18 +76,26 @@ std::vector<CriticalSpeed> largestSums(std::vector<CriticalSpeed> orders) {
   return orders;
 }
 
-std::vector<std::vector<std::vector<CriticalSpeed>>> enginesOf(const ResultDirectory& directory) {
+std::vector<EngineSummary> enginesOf(const std::optional<ShaftLine>& line,
+                                     const ResultDirectory& directory) {
   ResultValues sums = directory.open(resultFile("VectorSum.bin"));
   ResultValues speeds = directory.open(resultFile("VectorSumRpm.bin"));
   const std::vector<double> frequency = frequencies(directory);
-  std::vector<std::vector<std::vector<CriticalSpeed>>> engines;
+  std::vector<EngineSummary> engines;
   Position at;
   for (at[Index::source] = 1; at[Index::source] <= sums.axis(Index::source)->last;
        ++at[Index::source]) {
-    auto& modes = engines.emplace_back();
+    EngineSummary& engine = engines.emplace_back();
+    engine.id = at[Index::source];
+    if (line) {
+      if (const auto row = sourceRow(*line, results::Family::diesel, at[Index::source])) {
+        engine.id = line->components[*row].id;
+        engine.name = line->components[*row].name;
+      }
+    }
     for (at[Index::mode] = 2; at[Index::mode] <= sums.axis(Index::mode)->last; ++at[Index::mode]) {
       const double own = frequency.at(static_cast<std::size_t>(at[Index::mode] - 1));
-      modes.push_back(largestSums(criticalSpeeds(sums, speeds, at, own)));
+      engine.modes.push_back(largestSums(criticalSpeeds(sums, speeds, at, own)));
     }
   }
   return engines;
@@ -183,7 +191,7 @@ RunSummary summarise(const std::filesystem::path& input, const ResultDirectory& 
   if (steps.free) {
     summary.modes = modesOf(line, directory);
     if (directory.has(resultFile("VectorSum.bin"))) {
-      summary.engines = enginesOf(directory);
+      summary.engines = enginesOf(line, directory);
     }
   }
   if (steps.forced) {

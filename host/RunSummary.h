@@ -51,13 +51,19 @@ struct PeakSummary {
 /// Orders of an engine that a summary has at a mode.
 inline constexpr std::size_t kOrdersShown = 5;
 
+/// An engine.
+struct EngineSummary {
+  std::int64_t id = 0;  ///< that of the input file; the engine's number where it can't be read
+  std::string name;     ///< empty where it isn't known
+  /// From the second mode on: the orders with the largest vector sums, at most kOrdersShown.
+  std::vector<std::vector<CriticalSpeed>> modes;
+};
+
 struct RunSummary {
   /// What the plant has, in the words of the count, and how many.
   std::vector<std::pair<std::string_view, std::int64_t>> counts;
   std::vector<ModeSummary> modes;
-  /// Engines, and their modes from the second on: the orders with the largest vector sums, at most
-  /// kOrdersShown.
-  std::vector<std::vector<std::vector<CriticalSpeed>>> engines;
+  std::vector<EngineSummary> engines;
   std::vector<LoadCaseSummary> loadCases;
   std::vector<PeakSummary> peaks;  ///< between the load cases, the worst first
 };

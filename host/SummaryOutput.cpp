@@ -45,8 +45,9 @@ void printModes(const std::vector<ModeSummary>& modes) {
 }
 
 void printEngine(const RunSummary& summary, std::size_t engine) {
-  printTitle(fmt::format("Critical speeds of diesel {}: the orders with the largest vector sums",
-                         engine + 1));
+  const EngineSummary& own = summary.engines[engine];
+  printTitle(fmt::format("Critical speeds of diesel {}{}: the orders with the largest vector sums",
+                         own.id, own.name.empty() ? "" : ", " + own.name));
   fmt::print("{:>6}", "mode");
   for (std::size_t i = 0; i < kOrdersShown; ++i) {
     fmt::print("{:>8}{:>7}{:>10}", "order", "sum", "rpm");
@@ -54,7 +55,7 @@ void printEngine(const RunSummary& summary, std::size_t engine) {
   fmt::print("\n");
   int mode = 1;
   bool anyUnresolved = false;
-  for (const std::vector<CriticalSpeed>& orders : summary.engines[engine]) {
+  for (const std::vector<CriticalSpeed>& orders : own.modes) {
     fmt::print("{:>6}", ++mode);
     std::size_t width = 8;
     for (const CriticalSpeed& each : orders) {
@@ -141,10 +142,11 @@ json jsonOf(const RunSummary& summary, Steps steps) {
     }
     json& criticals = document["criticalSpeeds"] = json::array();
     for (std::size_t engine = 0; engine < summary.engines.size(); ++engine) {
-      for (std::size_t mode = 0; mode < summary.engines[engine].size(); ++mode) {
-        for (const CriticalSpeed& each : summary.engines[engine][mode]) {
+      const EngineSummary& own = summary.engines[engine];
+      for (std::size_t mode = 0; mode < own.modes.size(); ++mode) {
+        for (const CriticalSpeed& each : own.modes[mode]) {
           criticals.push_back(
-              {{"diesel", engine + 1},
+              {{"diesel", own.id},
                {"mode", mode + 2},
                {"order", number(each.order)},
                {"relativeVectorSum", number(each.sum)},

@@ -200,8 +200,24 @@ class Examples(HostTest):
                 self.check_free(document)
                 self.check_load_cases(document["loadCases"], path.read_text())
                 printed = self.call(*run).stdout.splitlines()
-                expected = list(self.lines(document))
+                names = re.findall(r"^DIESEL +\d+ +(\w+)", path.read_text(), re.MULTILINE)
+                expected = list(self.lines(document, names))
                 self.assertEqual([line for line in printed if line in expected], expected)
+
+    def test_engines_are_called_by_their_ids(self):
+        text = (EXAMPLES / "twin-engine-gear" / "input.txt").read_text()
+        for old, new in (("1", "7"), ("2", "3")):
+            text = re.sub(rf"^(DIESEL|SHAFT .* 1) {old}( +\D)", rf"\g<1> {new}\2", text,
+                          flags=re.MULTILINE)
+        path = self.write("plant.txt", text.replace("RPM 1 2", "RPM 7 3"))
+        document = json.loads(self.call("run", path, "--json").stdout)
+        self.assertEqual(list(dict.fromkeys(each["diesel"] for each in document["criticalSpeeds"])),
+                         [7, 3])
+        self.assertEqual(document["unresolvedPeaks"][0]["sources"],
+                         [{"kind": "diesel", "id": 7}, {"kind": "diesel", "id": 3}])
+        printed = self.call("run", path).stdout
+        for title in ("diesel 7, Port:", "diesel 3, Starboard:"):
+            self.assertIn("\nCritical speeds of " + title, printed)
 
     def rows(self, name, width):
         values = self.files.get(name, ())
@@ -248,7 +264,7 @@ class Examples(HostTest):
                               for case, row in enumerate(rows, 1)])
 
     @staticmethod
-    def lines(document):
+    def lines(document, engines):
         """Titles and rows of the printed tables, but for orders that aren't numbers."""
         yield "Natural frequencies"
         for mode in document["modes"]:
@@ -262,7 +278,7 @@ class Examples(HostTest):
         for start in range(0, len(criticals), 5):
             five = criticals[start:start + 5]
             if five[0]["mode"] == 2:
-                yield (f"Critical speeds of diesel {five[0]['diesel']}: "
+                yield (f"Critical speeds of diesel {five[0]['diesel']}, {engines.pop(0)}: "
                        "the orders with the largest vector sums")
             if all(each["rpm"] is not None for each in five):
                 yield f"{five[0]['mode']:6}" + "".join(
