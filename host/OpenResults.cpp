@@ -58,7 +58,8 @@ void checkWritten(const RunRecord& record, const ResultFile& file, bool read,
   const fs::path& path = directory.path();
   const WrittenFile* const known = record.file(file.name);
   std::error_code error;
-  const bool present = fs::exists(fs::symlink_status(path / file.name, error));
+  const fs::file_status status = fs::symlink_status(path / file.name, error);
+  const bool present = fs::exists(status);
   if (known == nullptr) {
     if (present) {
       refuse(path, fmt::format("{} is not of the run of {}", file.name, record.started));
@@ -68,7 +69,7 @@ void checkWritten(const RunRecord& record, const ResultFile& file, bool read,
   if (!present) {
     refuse(path, fmt::format("{} of the run is missing", file.name));
   }
-  if (!directory.has(file)) {
+  if (!fs::is_regular_file(status)) {
     refuse(path, fmt::format("{} is no regular file", file.name));
   }
   const std::uintmax_t bytes = fs::file_size(path / file.name, error);

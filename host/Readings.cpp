@@ -39,7 +39,7 @@ ShaftLine readLineOf(const ResultDirectory& directory, const std::filesystem::pa
       differ(SystemCount::loadCases, line->loadCaseSpeeds.size())) {
     throw std::runtime_error(
         fmt::format("the results in {} are not of this input file: the numbers of inertias, shafts "
-                    "or load cases differ",
+                    "or load cases in SystemInfo.bin differ",
                     directory.path().string()));
   }
   return std::move(*line);

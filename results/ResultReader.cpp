@@ -156,7 +156,7 @@ std::vector<Axis> resolved(std::string_view name, std::vector<Extent> extents,
     const bool divides = known == 0 ? records == 0 : records % known == 0;
     if (!divides) {
       fail(name, "broken, its " + counted(records, "record") + " are no multiple of " +
-                     std::to_string(known));
+                     std::to_string(known) + ", as the counts in SystemInfo.bin want it");
     }
     unknown->size = known == 0 ? 0 : records / known;
   }

@@ -117,6 +117,7 @@ extern "C" VERENWICK_API void VERENWICKSOLVER(
     const std::int32_t* resultFileDir, const std::int32_t* resultFileDirLength,
     std::int32_t* inputStatus, const std::int32_t* calculationMode) {
   std::int32_t status = 0;
+  static_cast<void>(Log::takeLostRecord());
   try {
     run(unpack(inputFileDir, inputFileDirLength), unpack(inputFileName, inputFileNameLength),
         unpack(resultFileDir, resultFileDirLength),
@@ -127,6 +128,9 @@ extern "C" VERENWICK_API void VERENWICKSOLVER(
     reportStop(stop.what());
   } catch (...) {
     reportStop("** Run stopped by an unknown failure");
+  }
+  if (Log::takeLostRecord()) {
+    reportStop("** The log can't be written: a line of it went to standard error");
   }
   if (inputStatus != nullptr) {
     *inputStatus = status;

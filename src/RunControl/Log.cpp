@@ -1,8 +1,17 @@
 #include "RunControl/Log.h"
 
 #include <cstdio>
+#include <utility>
 
 namespace verenwick {
+namespace {
+
+/// Whether a record has not reached the log since this was asked last.
+bool lostRecord = false;
+
+}  // namespace
+
+bool Log::takeLostRecord() { return std::exchange(lostRecord, false); }
 
 Log::Log(Opening opening)
     : writer_(resultFileAddress(results::resultFile("Verenwick.log")), opening) {}
@@ -11,6 +20,7 @@ void Log::write(const std::string& line) {
   writer_.writeLine(line);
   if (!writer_.flush()) {
     std::fprintf(stderr, "%s\n", line.c_str());
+    lostRecord = true;
   }
 }
 

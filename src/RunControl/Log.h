@@ -15,6 +15,8 @@ class Log {
  public:
   explicit Log(Opening opening);
   bool isOpen() const { return writer_.isOpen(); }
+  /// Whether a record could not be written since this was called last; of any log.
+  static bool takeLostRecord();
 
   template <class... Pieces>
   void record(const Pieces&... pieces) {
