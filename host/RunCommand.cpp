@@ -74,10 +74,17 @@ nlohmann::ordered_json documentOf(const RunRequest& request, const RunOutcome& o
   return document;
 }
 
-/// Says what went wrong; what the solver has put to standard error itself isn't said again.
+/// Says what went wrong; what the solver has put to standard error itself, behind two stars, isn't
+/// said again.
 void printFailure(const RunOutcome& outcome) {
   if (outcome.record.status == RunStatus::refused) {
     printLog(outcome.log);
+  } else {
+    for (const std::string& each : outcome.record.warnings) {
+      if (each.find("** ") == std::string::npos) {
+        printLog(fmt::format(" {}\n", each));
+      }
+    }
   }
   const std::string words =
       outcome.record.status == RunStatus::refused ? "the input is refused" : outcome.record.words;

@@ -87,6 +87,7 @@ class Run(HostTest):
                               "1 100 1000 0 0 0\n0 0 0 0\n0 0 0 0\n"
                               "LOADCASE\nRPM 1 1\nGENERATOR ELECTRICMOTOR\n0 100 100\n", status=1)
         self.assertIn("** CGETRF/ZGETRF failed", done.stderr)
+        self.assertIn(" Warning: Load case 1 has a speed of 0\n", done.stderr)
         self.assertIn("the calculation stopped early: CGETRF/ZGETRF failed; SynthesisDeflection.bin",
                       done.stderr)
 
