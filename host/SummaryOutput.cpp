@@ -93,7 +93,10 @@ void printPeaks(const std::vector<PeakSummary>& peaks) {
   }
   printTitle("Between load cases the largest values may be higher");
   for (std::size_t i = 0; i < std::min(shown, peaks.size()); ++i) {
-    fmt::print("  {}\n", peaks[i].words);
+    // What it comes to on a line of its own, or a terminal breaks the line anywhere.
+    const std::string& words = peaks[i].words;
+    const std::size_t colon = words.rfind(": ");
+    fmt::print("  {}\n      {}\n", words.substr(0, colon + 1), words.substr(colon + 2));
   }
   if (peaks.size() > shown) {
     fmt::print("  and {} more, which the JSON summary and the report hold\n", peaks.size() - shown);

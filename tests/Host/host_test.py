@@ -295,7 +295,9 @@ class Examples(HostTest):
         if document["unresolvedPeaks"]:
             yield "Between load cases the largest values may be higher"
         for peak in document["unresolvedPeaks"]:
-            yield "  " + peak["words"]
+            where, what = peak["words"].rsplit(": ", 1)
+            yield f"  {where}:"
+            yield f"      {what}"
 
 
 class Peaks(HostTest):
