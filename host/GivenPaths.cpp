@@ -9,6 +9,8 @@
 #include <string>
 #include <system_error>
 
+#include "host/RunLock.h"
+#include "host/RunRecord.h"
 #include "results/ResultFileTable.h"
 
 namespace verenwick::host {
@@ -28,6 +30,13 @@ constexpr std::size_t kLongestName =
   throw std::runtime_error(fmt::format("{} {}", path.string(), words));
 }
 
+/// What stands at a path, whose last link isn't followed; not_found also where that can't be told.
+fs::file_type typeOf(const fs::path& path) {
+  std::error_code error;
+  const fs::file_type type = fs::symlink_status(path, error).type();
+  return type == fs::file_type::none ? fs::file_type::not_found : type;
+}
+
 /// What stands at a path in place of a regular file.
 std::string kindOf(const fs::path& path, fs::file_type type) {
   switch (type) {
@@ -45,8 +54,7 @@ std::string kindOf(const fs::path& path, fs::file_type type) {
       const fs::path end = fs::canonical(path, error);
       return error ? fmt::format("is a link that leads nowhere ({})",
                                  fs::read_symlink(path, error).string())
-                   : fmt::format("is a link to {}, which is not followed: name that file itself",
-                                 end.string());
+                   : fmt::format("is a link to {}, which is not followed", end.string());
     }
     default:
       return "is no regular file";
@@ -89,7 +97,8 @@ void checkReadable(const fs::path& path) {
     refuse(path, "can't be read: " + error.message());
   }
   if (type != fs::file_type::regular) {
-    refuse(path, kindOf(path, type));
+    const bool leads = type == fs::file_type::symlink && fs::exists(path, error);
+    refuse(path, kindOf(path, type) + (leads ? ": name that file itself" : ""));
   }
   errno = 0;
   if (!std::ifstream(path).is_open()) {
@@ -111,13 +120,27 @@ void checkResultDirectory(const fs::path& directory) {
   for (const results::ResultFile& file : results::kResultFiles) {
     checkTarget(whole / file.name);
   }
+  checkTarget(whole / kRecordName);
+  checkTarget(whole / kLockName);
+}
+
+void checkResultFiles(const fs::path& directory) {
+  const auto check = [&directory](std::string_view name) {
+    const fs::path path = directory / name;
+    const fs::file_type type = typeOf(path);
+    if (type != fs::file_type::not_found && type != fs::file_type::regular) {
+      refuse(path, kindOf(path, type) + "; it is not read");
+    }
+  };
+  check(kRecordName);
+  for (const results::ResultFile& file : results::kResultFiles) {
+    check(file.name);
+  }
 }
 
 void checkTarget(const fs::path& path) {
-  std::error_code error;
-  const fs::file_type type = fs::symlink_status(path, error).type();
-  if (type != fs::file_type::not_found && type != fs::file_type::none &&
-      type != fs::file_type::regular) {
+  const fs::file_type type = typeOf(path);
+  if (type != fs::file_type::not_found && type != fs::file_type::regular) {
     refuse(path, kindOf(path, type) + "; nothing is written there");
   }
 }

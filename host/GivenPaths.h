@@ -18,6 +18,10 @@ void checkInput(const std::filesystem::path& input);
 /// under the names of result files and of the others that a run writes is a regular file.
 void checkResultDirectory(const std::filesystem::path& directory);
 
+/// A result directory to read: what stands under the names of result files and of the run record is
+/// a regular file.
+void checkResultFiles(const std::filesystem::path& directory);
+
 /// A file to write: nothing stands there yet, or a regular file.
 void checkTarget(const std::filesystem::path& path);
 

@@ -7,6 +7,7 @@
 #include <system_error>
 #include <utility>
 
+#include "host/GivenPaths.h"
 #include "host/RunLock.h"
 #include "host/ShaftLine.h"
 
@@ -41,7 +42,7 @@ void checkStatus(const RunRecord& record, const fs::path& directory) {
   refuse(directory,
          RunLock::isHeld(directory)
              ? fmt::format("the run of {} is still on", record.started)
-             : fmt::format("the run of {} did not end, its program was killed", record.started));
+             : fmt::format("the run of {} did not end: it was killed, or could not write its record", record.started));
 }
 
 /// A file that the run has read must not have changed where it still lies.
@@ -58,8 +59,7 @@ void checkWritten(const RunRecord& record, const ResultFile& file, bool read,
   const fs::path& path = directory.path();
   const WrittenFile* const known = record.file(file.name);
   std::error_code error;
-  const fs::file_status status = fs::symlink_status(path / file.name, error);
-  const bool present = fs::exists(status);
+  const bool present = fs::exists(fs::symlink_status(path / file.name, error));
   if (known == nullptr) {
     if (present) {
       refuse(path, fmt::format("{} is not of the run of {}", file.name, record.started));
@@ -68,9 +68,6 @@ void checkWritten(const RunRecord& record, const ResultFile& file, bool read,
   }
   if (!present) {
     refuse(path, fmt::format("{} of the run is missing", file.name));
-  }
-  if (!fs::is_regular_file(status)) {
-    refuse(path, fmt::format("{} is no regular file", file.name));
   }
   const std::uintmax_t bytes = fs::file_size(path / file.name, error);
   if (error || bytes != known->state.bytes) {
@@ -115,6 +112,7 @@ std::optional<fs::path> OpenedResults::input() const {
 
 OpenedResults openResults(const fs::path& path, const OpenOptions& options) {
   results::ResultDirectory directory(path);
+  checkResultFiles(path);
   std::optional<RunRecord> record;
   std::string remark;
   try {

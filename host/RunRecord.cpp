@@ -126,10 +126,6 @@ std::string momentNow() {
 void writeRecord(const RunRecord& record, const fs::path& directory) {
   constexpr int kIndent = 1;
   const fs::path path = directory / kRecordName;
-  std::error_code error;
-  if (fs::is_symlink(path, error)) {
-    fs::remove(path, error);
-  }
   json document = jsonOf(record);
   document["checksum"] = checksumOf(checkedText(document));
   WholeFile file(path);
@@ -141,8 +137,8 @@ void writeRecord(const RunRecord& record, const fs::path& directory) {
 std::optional<RunRecord> readRecord(const fs::path& directory) {
   const fs::path path = directory / kRecordName;
   std::error_code error;
-  const fs::file_status status = fs::status(path, error);
-  if (status.type() == fs::file_type::not_found && !fs::is_symlink(path, error)) {
+  const fs::file_status status = fs::symlink_status(path, error);
+  if (status.type() == fs::file_type::not_found) {
     return std::nullopt;
   }
   if (status.type() != fs::file_type::regular || fs::file_size(path, error) > kMostBytes || error) {

@@ -21,6 +21,7 @@ namespace {
 using results::kResultFiles;
 using results::Layout;
 using results::ResultDirectory;
+using results::resultFile;
 using results::ResultFile;
 
 struct ShowOptions {
@@ -57,6 +58,10 @@ void show(const ShowOptions& options) {
   }
   if (file != nullptr) {
     open.files = {file};
+    if (file->layout == Layout::engineModeOrder) {  // these tell the orders of its places
+      open.files.push_back(&resultFile("VectorSumRpm.bin"));
+      open.files.push_back(&resultFile("NaturalFrequency.bin"));
+    }
   }
   const OpenedResults opened = openResults(options.directory, open);
   const ResultDirectory& directory = opened.directory;

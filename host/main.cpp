@@ -24,13 +24,14 @@ int main(int argc, char** argv) {
   constexpr int kWrongUsage = 2;
   int status = 0;
   verenwick::host::prepareEnding();
+  const std::vector<std::string> words(argv + std::min(argc, 1), argv + argc);
   try {
     CLI::App program("Torsional vibration of shaft lines", "verenwick");
     program.require_subcommand(1);
     program.set_help_flag("-h,--help", "Print this help and exit");
     program.set_version_flag("--version", "verenwick " VERENWICK_VERSION,
                              "Print the version and exit");
-    verenwick::host::addRunCommand(program, {argv + std::min(argc, 1), argv + argc}, status);
+    verenwick::host::addRunCommand(program, words, status);
     verenwick::host::addShowCommand(program, status);
     verenwick::host::addReportCommand(program, status);
     verenwick::host::addExportCommand(program, status);
@@ -51,6 +52,10 @@ int main(int argc, char** argv) {
     }
   } catch (const verenwick::host::UsageError& error) {
     say(error.what());
+    if (words.size() > 1 && words[0] == "run" &&
+        std::find(words.begin(), words.end(), "--json") != words.end()) {
+      verenwick::host::printDocument({{"status", kWrongUsage}, {"words", error.what()}});
+    }
     return kWrongUsage;
   } catch (const std::exception& error) {
     say(verenwick::host::wordsOf(error));

@@ -54,7 +54,8 @@ class Names(HostTest):
 
     def test_targets(self):
         other = self.write("other.txt", "mine")
-        for name in ("NaturalFrequency.bin", "Genset.txt", "Verenwick.log", "report.html"):
+        for name in ("NaturalFrequency.bin", "Genset.txt", "Verenwick.log", "report.html",
+                     "run.json", "run.lock"):
             for make, words in ((lambda path: path.symlink_to(other), "is a link to"),
                                 (os.mkfifo, "is a pipe"), (os.mkdir, "is a directory")):
                 path = self.here / "results" / name
@@ -71,6 +72,35 @@ class Names(HostTest):
             self.refused(words, "report", "plant.txt", "results", "-o", name)
             self.refused(words, "export", "results", "--format", "hdf5", "-o", name)
         self.assertEqual(other.read_text(), "mine")
+
+    def test_what_is_read(self):
+        self.call("run", "plant.txt", "--results", "results")
+        for name in ("SystemInfo.bin", "SynthesisTorque.bin", "Verenwick.log", "run.json"):
+            path = self.here / "results" / name
+            kept = path.rename(self.here / "kept")
+            for make, words in ((lambda: path.symlink_to(kept), f"is a link to {kept.resolve()}"),
+                                (lambda: path.symlink_to("nowhere"), "leads nowhere (nowhere)"),
+                                (lambda: os.mkfifo(path), "is a pipe"),
+                                (path.mkdir, "is a directory")):
+                make()
+                for arguments in (("show", "results"), ("show", "results", "NaturalFrequency"),
+                                  ("report", "plant.txt", "results"),
+                                  ("export", "results", "--format", "hdf5")):
+                    self.refused(words, *arguments)
+                    self.refused(words, *arguments, "--unverified")
+                path.rmdir() if path.is_dir() and not path.is_symlink() else path.unlink()
+            kept.rename(path)
+        self.call("show", "results", "SynthesisTorque")
+
+    def test_orders_of_vector_sums_are_told_by_whole_files(self):
+        self.call("run", "plant.txt", "--results", "results")
+        for name in ("VectorSumRpm.bin", "NaturalFrequency.bin"):
+            path = self.here / "results" / name
+            whole = path.read_bytes()
+            path.write_bytes(whole[:8] + struct.pack("<d", 12.5) + whole[16:])
+            self.refused(f"{name} is not as the run has left it", "show", "results", "VectorSum")
+            path.write_bytes(whole)
+        self.call("show", "results", "VectorSum")
 
     def test_pressure_reads_a_small_file(self):
         os.mkfifo(self.here / "pipe")

@@ -79,7 +79,7 @@ class Record(RecordTest):
                 (lambda: flip(self.results / "SystemInfo.bin", 6), "SystemInfo.bin"),
                 (lambda: (self.results / "StressAngleBasedDiesel.bin").write_bytes(bytes(8)),
                  "StressAngleBasedDiesel.bin is not of the run"),
-                (lambda: (torque.unlink(), torque.symlink_to(whole / torque.name)), "regular"),
+                (lambda: (torque.unlink(), torque.symlink_to(whole / torque.name)), "is a link"),
                 (lambda: self.write("input.txt", (SHIP / "input.txt").read_text() + "\n"),
                  "input.txt is not as the run has read it"),
                 (lambda: self.write("ice-torque.txt", "other"), "data file"),
