@@ -3,10 +3,13 @@
 #include <cstdio>
 #include <exception>
 #include <stdexcept>
+#include <string>
+#include <vector>
 
 #include "host/CommandLine.h"
 #include "host/Commands.h"
 #include "host/Ending.h"
+#include "host/RunSummary.h"
 
 namespace {
 
@@ -17,14 +20,11 @@ void say(const char* words) {
   std::fputs("\n", stderr);
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
-  constexpr int kFailed = 1;
+/// Parses and does what is asked for; returns the exit status.
+int perform(int argc, char** argv) {
   constexpr int kWrongUsage = 2;
-  int status = 0;
-  verenwick::host::prepareEnding();
   const std::vector<std::string> words(argv + std::min(argc, 1), argv + argc);
+  int status = 0;
   try {
     CLI::App program("Torsional vibration of shaft lines", "verenwick");
     program.require_subcommand(1);
@@ -47,19 +47,30 @@ int main(int argc, char** argv) {
     } catch (const CLI::ParseError& error) {
       throw verenwick::host::UsageError(verenwick::host::wordsOfWrongUsage(program, error));
     }
-    if (std::fflush(stdout) != 0) {
-      throw std::runtime_error("the output can't be written");
-    }
   } catch (const verenwick::host::UsageError& error) {
     say(error.what());
-    if (words.size() > 1 && words[0] == "run" &&
+    status = kWrongUsage;
+    // A program that reads the summary is answered in every case.
+    if (words.size() > 1 && words.front() == "run" &&
         std::find(words.begin(), words.end(), "--json") != words.end()) {
-      verenwick::host::printDocument({{"status", kWrongUsage}, {"words", error.what()}});
+      verenwick::host::printDocument({{"status", status}, {"words", error.what()}});
     }
-    return kWrongUsage;
+  }
+  if (std::fflush(stdout) != 0) {
+    throw std::runtime_error("the output can't be written");
+  }
+  return status;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  constexpr int kFailed = 1;
+  verenwick::host::prepareEnding();
+  try {
+    return perform(argc, argv);
   } catch (const std::exception& error) {
     say(verenwick::host::wordsOf(error));
     return kFailed;
   }
-  return status;
 }

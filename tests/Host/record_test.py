@@ -142,6 +142,12 @@ class Record(RecordTest):
             document = json.loads(done.stdout)
             self.assertEqual([document["status"], document["warnings"]], [1, []])
             self.assertIn(words, document["words"])
+        for arguments, words in ((["input.txt", "--mode", "fre"], "did you mean free?"),
+                                 (["input.txt", "input.txt"], "the same name"),
+                                 ([], "INPUT is required")):
+            document = json.loads(self.call("run", *arguments, "--json", status=2).stdout)
+            self.assertEqual(document["status"], 2)
+            self.assertIn(words, document["words"])
 
     def test_orders_are_not_guessed(self):
         # Of 13 load cases with 16 orders one is there, as if a run had stopped: 208 of 208 records
