@@ -39,10 +39,12 @@ void checkStatus(const RunRecord& record, const fs::path& directory) {
     case RunStatus::running:
       break;
   }
-  refuse(directory,
-         RunLock::isHeld(directory)
-             ? fmt::format("the run of {} is still on", record.started)
-             : fmt::format("the run of {} did not end: it was killed, or could not write its record", record.started));
+  refuse(
+      directory,
+      RunLock::isHeld(directory)
+          ? fmt::format("the run of {} is still on", record.started)
+          : fmt::format("the run of {} did not end: it was killed, or could not write its record",
+                        record.started));
 }
 
 /// A file that the run has read must not have changed where it still lies.
