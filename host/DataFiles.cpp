@@ -49,15 +49,18 @@ StartFolder startFolder(const fs::path& input) {
     return true;
   };
   InputLines lines(input);
-  while (lines.next()) {
-    // Nearly all lines begin with a keyword or a number and name no file.
-    for (const std::string& name :
-         lines.blank() ? std::vector<std::string>{} : namesIn(lines.treated())) {
+  // Behind the keyword of the load cases no file is named; of the lines before nearly all are those
+  // of inertias and shafts.
+  while (lines.next() && !lines.startsWith("LOADCASE")) {
+    if (lines.blank() || lines.startsWith("INERTIA") || lines.startsWith("SHAFT")) {
+      continue;
+    }
+    for (const std::string& name : namesIn(lines.treated())) {
       if (!seen.insert(name).second) {
         continue;
       }
-      const bool relative = pathOf(name).is_relative();
-      foundBeside = find(beside, name) && relative ? true : foundBeside;
+      const bool found = find(beside, name);
+      foundBeside = foundBeside || (found && pathOf(name).is_relative());
       if (!current.path.empty()) {
         find(current, name);
       }

@@ -267,8 +267,10 @@ void calculate(const RunRequest& request, const fs::path& folder, RunOutcome& ou
     return;
   }
   try {
-    if (const auto line = readShaftLine(request.input)) {
-      record.orders.propeller = propellerOrders(*line);
+    if (stepsOf(request.mode).forced) {
+      if (const auto line = readShaftLine(request.input)) {
+        record.orders.propeller = propellerOrders(*line);
+      }
     }
     const ResultDirectory results(request.directory, record.orders);
     checkWhole(results, stepsOf(request.mode));

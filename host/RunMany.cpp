@@ -34,6 +34,7 @@ struct Progress {
   double seconds = 0;
   std::optional<int> status;  ///< once it has ended
   std::string output;
+  std::vector<std::string> warnings;  ///< lines of its log
   std::optional<RunSummary> summary;  ///< of a good run
 };
 
@@ -57,6 +58,19 @@ void start(Progress& run, const ManyOptions& options) {
   }
 }
 
+/// The warnings among the words of a run that failed.
+std::vector<std::string> warningsIn(const std::string& words) {
+  std::vector<std::string> warnings;
+  std::istringstream lines(words);
+  for (std::string line; std::getline(lines, line);) {
+    line.erase(0, std::min(line.find_first_not_of(' '), line.size()));
+    if (line.starts_with("Warning")) {
+      warnings.push_back(line);
+    }
+  }
+  return warnings;
+}
+
 /// Looks after a run; true if it is still on.
 bool running(Progress& run, const ManyOptions& options) {
   run.seconds = Seconds(Clock::now() - run.started).count();
@@ -68,11 +82,15 @@ bool running(Progress& run, const ManyOptions& options) {
   run.output = std::move(end->words);
   run.process.reset();
   if (*run.status != 0) {
+    run.warnings = warningsIn(run.output);
     return false;
   }
   try {
-    run.summary =
-        summarise(run.plan->input, openResults(run.plan->results).directory, stepsOf(options.mode));
+    const OpenedResults opened = openResults(run.plan->results);
+    run.summary = summarise(run.plan->input, opened.directory, stepsOf(options.mode));
+    if (opened.record) {
+      run.warnings = opened.record->warnings;
+    }
   } catch (const std::exception& error) {
     fail(run, error);
   }
@@ -212,7 +230,8 @@ void printJson(const std::vector<Progress>& runs, Steps steps) {
     json document = {{"input", run.plan->input.string()},
                      {"results", run.plan->results.string()},
                      {"status", *run.status},
-                     {"seconds", run.seconds}};
+                     {"seconds", run.seconds},
+                     {"warnings", run.warnings}};
     if (run.summary) {
       document.update(jsonOf(*run.summary, steps));
     } else {
@@ -229,7 +248,7 @@ int runMany(const std::vector<PlannedRun>& plans, const ManyOptions& options) {
   std::vector<Progress> runs;
   runs.reserve(plans.size());
   for (const PlannedRun& plan : plans) {
-    runs.push_back({&plan, {}, {}, 0, {}, {}, {}});
+    runs.push_back({&plan, {}, {}, 0, {}, {}, {}, {}});
   }
   const HeldSignals held;  // takes effect in the end
   runAll(runs, options);

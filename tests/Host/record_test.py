@@ -149,6 +149,12 @@ class Record(RecordTest):
             self.assertEqual(document["status"], 2)
             self.assertIn(words, document["words"])
 
+        self.write("still.txt", STANDSTILL)
+        documents = json.loads(self.call("run", "bad.txt", "still.txt", "input.txt", "--results",
+                                         "many", "--json", status=1).stdout)
+        self.assertEqual([(each["status"], len(each["warnings"])) for each in documents],
+                         [(1, 0), (1, 1), (0, 0)])
+
     def test_orders_are_not_guessed(self):
         # Of 13 load cases with 16 orders one is there, as if a run had stopped: 208 of 208 records
         # would be a whole order in each load case.
