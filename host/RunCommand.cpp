@@ -64,11 +64,9 @@ nlohmann::ordered_json documentOf(const RunRequest& request, const RunOutcome& o
   const bool complete = record.status == RunStatus::complete;
   nlohmann::ordered_json document = {{"input", request.input.string()},
                                      {"results", request.directory.string()},
-                                     {"status", complete ? 0 : 1},
-                                     {"outcome", wordOf(record.status)},
-                                     {"warnings", record.warnings}};
+                                     {"status", complete ? 0 : 1}};
+  document.update(endingOf(record));
   if (!complete) {
-    document["errors"] = record.errors;
     document["words"] = record.status == RunStatus::refused ? outcome.log : record.words;
   }
   return document;

@@ -15,6 +15,7 @@
 #include "host/OpenResults.h"
 #include "host/Progress.h"
 #include "host/Run.h"
+#include "host/RunRecord.h"
 #include "host/RunSummary.h"
 #include "host/Terminal.h"
 #include "host/Units.h"
@@ -26,6 +27,13 @@ using Clock = std::chrono::steady_clock;
 using Seconds = std::chrono::duration<double>;
 using json = nlohmann::ordered_json;
 
+/// Stands for the record of a run that has left none.
+RunRecord brokenOff() {
+  RunRecord record;
+  record.status = RunStatus::stopped;
+  return record;
+}
+
 /// A planned run on its way.
 struct Progress {
   const PlannedRun* plan;
@@ -34,8 +42,9 @@ struct Progress {
   double seconds = 0;
   std::optional<int> status;  ///< once it has ended
   std::string output;
-  std::vector<std::string> warnings;  ///< lines of its log
   std::optional<RunSummary> summary;  ///< of a good run
+  std::string begun;                  ///< as in a record, which is not of an earlier run then
+  RunRecord record = brokenOff();
 };
 
 void fail(Progress& run, const std::exception& error) {
@@ -51,6 +60,7 @@ void start(Progress& run, const ManyOptions& options) {
     words.emplace_back("--report");
   }
   run.started = Clock::now();
+  run.begun = momentNow();
   try {
     run.process.emplace(words);
   } catch (const std::exception& error) {
@@ -58,17 +68,19 @@ void start(Progress& run, const ManyOptions& options) {
   }
 }
 
-/// The warnings among the words of a run that failed.
-std::vector<std::string> warningsIn(const std::string& words) {
-  std::vector<std::string> warnings;
-  std::istringstream lines(words);
-  for (std::string line; std::getline(lines, line);) {
-    line.erase(0, std::min(line.find_first_not_of(' '), line.size()));
-    if (line.starts_with("Warning")) {
-      warnings.push_back(line);
+/// The record that a run has left; one that broke off where there is none of its own.
+RunRecord recordOf(const Progress& run) {
+  try {
+    if (auto record = readRecord(run.plan->results); record && record->started >= run.begun) {
+      if (record->status == RunStatus::running) {
+        record->status = RunStatus::stopped;
+      }
+      return std::move(*record);
     }
+  } catch (const std::exception&) {
+    // A damaged record says no more than a missing one.
   }
-  return warnings;
+  return brokenOff();
 }
 
 /// Looks after a run; true if it is still on.
@@ -81,16 +93,13 @@ bool running(Progress& run, const ManyOptions& options) {
   run.status = end->status;
   run.output = std::move(end->words);
   run.process.reset();
+  run.record = recordOf(run);
   if (*run.status != 0) {
-    run.warnings = warningsIn(run.output);
     return false;
   }
   try {
-    const OpenedResults opened = openResults(run.plan->results);
-    run.summary = summarise(run.plan->input, opened.directory, stepsOf(options.mode));
-    if (opened.record) {
-      run.warnings = opened.record->warnings;
-    }
+    run.summary =
+        summarise(run.plan->input, openResults(run.plan->results).directory, stepsOf(options.mode));
   } catch (const std::exception& error) {
     fail(run, error);
   }
@@ -230,8 +239,8 @@ void printJson(const std::vector<Progress>& runs, Steps steps) {
     json document = {{"input", run.plan->input.string()},
                      {"results", run.plan->results.string()},
                      {"status", *run.status},
-                     {"seconds", run.seconds},
-                     {"warnings", run.warnings}};
+                     {"seconds", run.seconds}};
+    document.update(endingOf(run.record));
     if (run.summary) {
       document.update(jsonOf(*run.summary, steps));
     } else {
@@ -248,7 +257,8 @@ int runMany(const std::vector<PlannedRun>& plans, const ManyOptions& options) {
   std::vector<Progress> runs;
   runs.reserve(plans.size());
   for (const PlannedRun& plan : plans) {
-    runs.push_back({&plan, {}, {}, 0, {}, {}, {}, {}});
+    Progress& run = runs.emplace_back();
+    run.plan = &plan;
   }
   const HeldSignals held;  // takes effect in the end
   runAll(runs, options);

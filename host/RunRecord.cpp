@@ -134,6 +134,15 @@ void writeRecord(const RunRecord& record, const fs::path& directory) {
   file.finish();
 }
 
+nlohmann::ordered_json endingOf(const RunRecord& record) {
+  nlohmann::ordered_json ending = {{"outcome", wordOf(record.status)},
+                                   {"warnings", record.warnings}};
+  if (record.status != RunStatus::complete) {
+    ending["errors"] = record.errors;
+  }
+  return ending;
+}
+
 std::optional<RunRecord> readRecord(const fs::path& directory) {
   const fs::path path = directory / kRecordName;
   std::error_code error;

@@ -68,6 +68,10 @@ std::string momentNow();
 /// written.
 void writeRecord(const RunRecord& record, const std::filesystem::path& directory);
 
+/// What a program wants to know of how a run ended: the outcome, its warnings and, unless it is
+/// complete, its errors.
+nlohmann::ordered_json endingOf(const RunRecord& record);
+
 /// The record of a directory; nothing if it has none. Throws std::runtime_error if it is damaged.
 std::optional<RunRecord> readRecord(const std::filesystem::path& directory);
 

@@ -94,7 +94,13 @@ class ManyRuns(HostTest):
         for name in ("counts", "modes", "criticalSpeeds", "loadCases"):
             self.assertEqual(several[0][name], alone[name], name)
         self.assertEqual(several[0]["status"], 0)
-        for refused in (several[1], document("bad.txt", status=1)):
+        refused_alone = document("bad.txt", status=1)
+        for ending, wanted in ((several[0], alone), (several[1], refused_alone)):
+            for name in ("outcome", "warnings", "errors"):
+                self.assertEqual(ending.get(name), wanted.get(name), name)
+        self.assertEqual(several[1]["outcome"], "refused")
+        self.assertIn(REFUSAL, several[1]["errors"][0])
+        for refused in (several[1], refused_alone):
             self.assertEqual(refused["status"], 1)
             self.assertIn(REFUSAL, refused["words"])
         self.assertNotIn("loadCases", document(INPUTS[0], "--mode", "free"))
@@ -175,6 +181,7 @@ class LongRuns(HostTest):
         self.assertEqual(running.returncode, 1)
         killed, good = json.loads(output)
         self.assertEqual((killed["status"], good["status"]), (137, 0))
+        self.assertEqual((killed["outcome"], good["outcome"]), ("stopped", "complete"))
         for said in (killed["words"], words):
             self.assertIn("verenwick: ended by signal 9 (Killed)\n", said)
 
