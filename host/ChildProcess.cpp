@@ -13,6 +13,7 @@
 #include <csignal>
 #include <cstring>
 #include <filesystem>
+#include <new>
 #include <stdexcept>
 #include <thread>
 #include <utility>
@@ -159,7 +160,7 @@ std::optional<ChildEnd> ChildProcess::ended() {
 
 void ChildProcess::stop(bool atOnce) { kill(state_->id, atOnce ? SIGKILL : SIGTERM); }
 
-bool workApart(const std::function<void()>& work) {
+void workApart(const std::function<void()>& work) {
   std::array<int, 2> ends{};
   if (pipe(ends.data()) != 0) {
     failToStart(errno);
@@ -198,7 +199,9 @@ bool workApart(const std::function<void()>& work) {
   if (length > 0) {
     throw std::runtime_error(std::string(words.data(), static_cast<std::size_t>(length)));
   }
-  return WIFEXITED(status) && WEXITSTATUS(status) == 0;
+  if (!WIFEXITED(status) || WEXITSTATUS(status) != 0) {
+    throw std::bad_alloc();
+  }
 }
 
 }  // namespace verenwick::host

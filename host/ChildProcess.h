@@ -37,8 +37,8 @@ class ChildProcess {
 };
 
 /// Does a piece of work in a process of its own, for a library that ends or breaks the process
-/// where the memory is exhausted. True if it is done, false if the process broke off. Throws
-/// std::runtime_error with the words of what the work throws, or if no process can be started.
-bool workApart(const std::function<void()>& work);
+/// where it gets no memory. Throws std::runtime_error with the words of what the work throws, or if
+/// no process can be started, and std::bad_alloc if the process breaks off.
+void workApart(const std::function<void()>& work);
 
 }  // namespace verenwick::host

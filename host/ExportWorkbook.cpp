@@ -9,6 +9,7 @@
 #include <string_view>
 #include <vector>
 
+#include "host/ChildProcess.h"
 #include "host/Export.h"
 #include "host/WholeFile.h"
 #include "host/ZipFile.h"
@@ -124,7 +125,7 @@ class Workbook {
     }
   }
 
-  /// Adds what binds the sheets together, and finishes the file.
+  /// Adds what binds the sheets together, and ends the archive.
   void finish() {
     endSheet();
     std::string types;
@@ -267,11 +268,15 @@ void addTable(Workbook& book, ExportTable table, const std::string& remark) {
 void exportWorkbook(const OpenedResults& opened, const Names& names,
                     const std::filesystem::path& output) {
   WholeFile file(output);
-  Workbook book(file);
-  for (const results::ResultFile* each : binaryFiles(opened.directory)) {
-    addTable(book, {opened.directory.open(*each), names}, opened.remark);
-  }
-  book.finish();
+  file.close();
+  workApart([&] {
+    Workbook book(file);
+    for (const results::ResultFile* each : binaryFiles(opened.directory)) {
+      addTable(book, {opened.directory.open(*each), names}, opened.remark);
+    }
+    book.finish();
+  });
+  file.finish();
 }
 
 }  // namespace verenwick::host

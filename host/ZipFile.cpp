@@ -39,7 +39,6 @@ bool readsBack(const std::filesystem::path& path, const std::set<std::string>& m
 }  // namespace
 
 ZipFile::ZipFile(WholeFile& file) : file_(&file) {
-  file.close();
   archive_ = zipOpen64(file.temporary().c_str(), APPEND_STATUS_CREATE);
   if (archive_ == nullptr) {
     file.fail();
@@ -80,7 +79,6 @@ void ZipFile::finish() {
     throw std::runtime_error(
         fmt::format("{} does not read back as it was written", file_->target().string()));
   }
-  file_->finish();
 }
 
 void ZipFile::check(int status) const {

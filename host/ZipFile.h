@@ -8,8 +8,9 @@
 
 namespace verenwick::host {
 
-/// A zip archive under construction in a file, one member after the other. All throw
-/// std::runtime_error where the archive can't be written.
+/// A zip archive under construction in a closed file, one member after the other. All throw
+/// std::runtime_error where the archive can't be written. Its library breaks the process where it
+/// gets no memory.
 class ZipFile {
  public:
   explicit ZipFile(WholeFile& file);
@@ -21,7 +22,7 @@ class ZipFile {
   void begin(const std::string& member);
   /// Goes on with the member that was begun last.
   void write(std::string_view text);
-  /// Ends the archive, reads it back by the checksums of its members, and finishes the file.
+  /// Ends the archive and reads it back by the checksums of its members.
   void finish();
 
  private:
