@@ -46,7 +46,6 @@ int exportResults(const ExportOptions& options) {
   }
   Names names;
   if (!options.input.empty()) {
-    checkReadable(options.input);
     names = readLineOf(directory, options.input);
   }
   const std::filesystem::path whole = std::filesystem::absolute(options.results) / "";

@@ -115,6 +115,9 @@ std::optional<fs::path> OpenedResults::input() const {
 OpenedResults openResults(const fs::path& path, const OpenOptions& options) {
   results::ResultDirectory directory(path);
   checkResultFiles(path);
+  if (options.input) {
+    checkReadable(*options.input);
+  }
   std::optional<RunRecord> record;
   std::string remark;
   try {

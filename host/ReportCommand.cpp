@@ -39,7 +39,6 @@ void addReportCommand(CLI::App& program, int& status) {
   command->add_flag("--unverified", options->unverified,
                     "Show the files also where they differ from the record of their run");
   command->callback([options, &status] {
-    checkReadable(options->input);
     checkTarget(options->output);
     const OpenedResults opened =
         openResults(options->results,

@@ -9,7 +9,6 @@
 #include <vector>
 
 #include "host/Commands.h"
-#include "host/GivenPaths.h"
 #include "host/OpenResults.h"
 #include "host/OptionChecks.h"
 #include "host/Readings.h"
@@ -53,7 +52,6 @@ void show(const ShowOptions& options) {
   const ResultFile* file = options.name.empty() ? nullptr : &fileOf(options.name);
   OpenOptions open{options.unverified, {}, {}};
   if (!options.input.empty()) {
-    checkReadable(options.input);
     open.input = options.input;
   }
   if (file != nullptr) {
