@@ -60,14 +60,16 @@ class Damage:
     def truncate(self):
         path = self.some_file()
         size = path.stat().st_size
-        length = self.random.choice((0, size // 2, size - size % 8 - 8, self.random.randint(0, size)))
+        length = self.random.choice((0, size // 2, size - size % 8 - 8,
+                                     self.random.randint(0, size)))
         os.truncate(path, max(0, length))
         return f"cut {path.name} to {length}"
 
     def extend(self):
         path = self.some_file()
         data = path.read_bytes()
-        path.write_bytes(data + self.random.choice((b"\0", bytes(8), data, 3 * data, bytes(1 << 20))))
+        more = self.random.choice((b"\0", bytes(8), data, 3 * data, bytes(1 << 20)))
+        path.write_bytes(data + more)
         return f"extended {path.name}"
 
     def blow_up(self):
@@ -213,7 +215,7 @@ class MutatedResults(HostTest):
         return done.returncode, done.stdout, made, done.stderr.decode(errors="replace")
 
     def fault(self, seed):
-        """Damages a directory and tells what the commands do wrong with it; nothing if all is well."""
+        """Damages a directory and tells what is wrong with the commands then; nothing if all is well."""
         folder = self.here / str(seed)
         shutil.copytree(self.mine, folder)
         unrecorded = seed % 8 == 0
@@ -226,7 +228,8 @@ class MutatedResults(HostTest):
         commands = list(self.commands())
         named = [each for each in commands if any(f" {each[2]}" in f" {words}" for words in done)]
         shows = [each for each in named if each[0] == "show"] or commands[1:-6]
-        for command in (commands[0], damage.random.choice(shows), damage.random.choice(commands[-6:])):
+        export = damage.random.choice(commands[-6:])
+        for command in (commands[0], damage.random.choice(shows), export):
             words = self.wrong(folder, command, options, unrecorded or options)
             if words:
                 return f"{seed}: {', '.join(done)}: {' '.join(command + options)}: {words}"

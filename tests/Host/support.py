@@ -65,9 +65,9 @@ def records(path):
 
 
 def contents(path):
-    """What an output holds, as something to compare: the files of a folder, the parts of a workbook,
-    the values of an HDF5 file with their attributes, a page without its time, bytes; None if there
-    is nothing."""
+    """What an output holds, as something to compare: the files of a folder, the parts of a
+    workbook, the values of an HDF5 file with their attributes, a page without its time, bytes; None
+    if there is nothing."""
     if path.is_dir():
         return {each.name: contents(each) for each in path.iterdir()}
     if not path.exists():
