@@ -130,11 +130,14 @@ class LongRuns(HostTest):
 
     def setUp(self):
         super().setUp()
-        head, rows = INPUTS[1].read_text().split("PROPELLER\n40.0", 1)
-        rows = "".join(f"{40 + case / 100:.2f} 4000 4000\n" for case in range(4000))
         for name in ("a", "b", "c"):
-            self.write(f"{name}.txt", f"{head}PROPELLER\n{rows}")
+            self.write_plant(f"{name}.txt", 4000)
         self.write("short.txt", INPUTS[0].read_text())
+
+    def write_plant(self, name, cases):
+        head, _ = INPUTS[1].read_text().split("PROPELLER\n40.0", 1)
+        rows = "".join(f"{40 + case / 100:.2f} 4000 4000\n" for case in range(cases))
+        self.write(name, f"{head}PROPELLER\n{rows}")
 
     def begin(self, *arguments, until, **process):
         """Starts the program and waits for a file to hold something."""
@@ -200,6 +203,11 @@ class LongRuns(HostTest):
             self.assertIn(f"of{number} are not whole\n", words)
 
     def test_progress_of_a_single_run(self):
+        # A run of some seconds, whatever the machine and the build.
+        self.write_plant("a.txt", 200)
+        start = time.monotonic()
+        self.call("run", "a.txt")
+        self.write_plant("a.txt", min(20000, int(800 / (time.monotonic() - start))))
         seen = on_terminal(self.here, "run", "a.txt")
         drawn = seen.split("\x1b[1ma.txt")[0]
         shares = [int(share) for share in
