@@ -7,6 +7,7 @@
 #include <span>
 #include <vector>
 
+#include "input/SectionTable.h"
 #include "results/RecordNumbers.h"
 
 /// What engines and reciprocating pumps have in common: cylinder rows on a crank, and Fourier
@@ -14,7 +15,7 @@
 namespace verenwick {
 
 /// Design limit: cylinder rows of an engine or pump.
-inline constexpr std::int32_t kMaxCylinders = 20;
+inline constexpr std::int32_t kMaxCylinders = input::kMostCylinders;
 /// Design limit: harmonic orders of an engine or pump.
 inline constexpr std::int32_t kMaxOrders = results::kHalfOrders;
 

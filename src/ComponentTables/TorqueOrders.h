@@ -3,11 +3,13 @@
 #include <array>
 #include <cstddef>
 
+#include "input/SectionTable.h"
+
 namespace verenwick {
 
 /// Design limit: harmonic orders of a motor, generator, centrifugal pump, or of a reciprocating
 /// pump's table of torques.
-inline constexpr std::size_t kTorqueOrders = 4;
+inline constexpr std::size_t kTorqueOrders = input::kOrderPlaces;
 
 /// Torque of each order, N m, as its fraction of a torque; slots beyond the orders in use have
 /// theirs too.

@@ -18,61 +18,50 @@ void markDamper(const ShaftsByNodes& shafts, ModelBundle& model, const Member& f
   markShaft(model, shafts.between(first.node, second.node), link, damper, id);
 }
 
-/// Takes the next line as the path of a damper's table over frequency.
-bool readTablePath(InputReader& in, std::string& path) {
-  if (!in.nextLine()) {
-    return in.fail("CustomDampingFile");
-  }
-  path = withoutTrailingBlanks(trimmed(in.line()).substr(0, kPathLength));
-  return true;
-}
-
 }  // namespace
 
-bool readViscousDamper(InputReader& in, ModelBundle& model, std::int32_t position) {
+void fillViscousDamper(const SectionValues& values, ModelBundle& model, std::int32_t position,
+                       InputReader& in) {
   VISCOUSDAMPER_RECORD& damper = model.viscousDamper.at(position);
-  std::int32_t id = 0;
-  if (!in.keywordLine(integer(id)) ||
-      !in.line("CasingNode, RingNode, AbsDamping", integer(damper.CASINGNODE),
-               integer(damper.RINGNODE), real(damper.ABSDAMPING), flag(damper.ISCUSTOMDAMPING))) {
-    return false;
-  }
+  const std::int32_t id = values.integer("Id");
   SET_VISCOUSDAMPER_ID(model.viscousDamper, position, id);
+  damper.CASINGNODE = values.integer("CasingNode");
+  damper.RINGNODE = values.integer("RingNode");
+  damper.ABSDAMPING = values.real("AbsDamping");
+  damper.ISCUSTOMDAMPING = values.flag("isCustomDamping");
+  if (damper.ISCUSTOMDAMPING) {
+    damper.CUSTOMDAMPINGFILE = values.text("CustomDampingFile");
+  }
   markDamper(in.state.shafts, model, {damper.CASINGNODE, MassType::viscousDamperCasing},
              {damper.RINGNODE, MassType::viscousDamperRing}, ShaftType::viscousDamperLink,
              ComponentType::viscousDamper, id);
-  return !damper.ISCUSTOMDAMPING || readTablePath(in, damper.CUSTOMDAMPINGFILE);
 }
 
-bool readRubberDamper(InputReader& in, ModelBundle& model, std::int32_t position) {
+void fillRubberDamper(const SectionValues& values, ModelBundle& model, std::int32_t position,
+                      InputReader& in) {
   RUBBERDAMPER_RECORD& damper = model.rubberDamper.at(position);
-  std::int32_t id = 0;
-  if (!in.keywordLine(integer(id)) ||
-      !in.line("TurningMassNode, DrivePlateNode, AbsDamping", integer(damper.TURNINGMASSNODE),
-               integer(damper.DRIVEPLATENODE), real(damper.ABSDAMPING))) {
-    return false;
-  }
+  const std::int32_t id = values.integer("Id");
   SET_RUBBERDAMPER_ID(model.rubberDamper, position, id);
+  damper.TURNINGMASSNODE = values.integer("TurningMassNode");
+  damper.DRIVEPLATENODE = values.integer("DrivePlateNode");
+  damper.ABSDAMPING = values.real("AbsDamping");
   markDamper(in.state.shafts, model, {damper.TURNINGMASSNODE, MassType::rubberDamperTurningMass},
              {damper.DRIVEPLATENODE, MassType::rubberDamperDrivePlate}, ShaftType::rubberDamperLink,
              ComponentType::rubberDamper, id);
-  return true;
 }
 
-bool readSteelSpringDamper(InputReader& in, ModelBundle& model, std::int32_t position) {
+void fillSteelSpringDamper(const SectionValues& values, ModelBundle& model, std::int32_t position,
+                           InputReader& in) {
   STEELSPRINGDAMPER_RECORD& damper = model.steelSpringDamper.at(position);
-  std::int32_t id = 0;
-  if (!in.keywordLine(integer(id)) ||
-      !in.line("OuterMemberNode, InnerMemberNode, AbsDamping", integer(damper.OUTERMEMBERNODE),
-               integer(damper.INNERMEMBERNODE), real(damper.ABSDAMPING))) {
-    return false;
-  }
+  const std::int32_t id = values.integer("Id");
   SET_STEELSPRINGDAMPER_ID(model.steelSpringDamper, position, id);
+  damper.OUTERMEMBERNODE = values.integer("OuterMemberNode");
+  damper.INNERMEMBERNODE = values.integer("InnerMemberNode");
+  damper.ABSDAMPING = values.real("AbsDamping");
   markDamper(in.state.shafts, model,
              {damper.OUTERMEMBERNODE, MassType::steelSpringDamperOuterMember},
              {damper.INNERMEMBERNODE, MassType::steelSpringDamperInnerMember},
              ShaftType::steelSpringDamperLink, ComponentType::steelSpringDamper, id);
-  return true;
 }
 
 }  // namespace verenwick

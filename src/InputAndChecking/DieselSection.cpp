@@ -1,4 +1,3 @@
-#include <array>
 #include <cmath>
 
 #include "InputAndChecking/InputSections.h"
@@ -16,82 +15,86 @@ double withinPeriod(double angle, double period) {
   return remainder >= period ? 0.0 : remainder;
 }
 
-/// The cylinder lines of a section. Those of bank B stand there for every engine.
-struct CylinderLines {
-  std::array<double, kMaxCylinders> firingAngleB{};
-  std::array<std::int32_t, kMaxCylinders> firingStatusB{};
-  std::array<double, kMaxCylinders> firingPercentB{};
-};
-
-bool readCylinderLines(InputReader& in, DIESEL_RECORD& diesel, CylinderLines& lines) {
-  constexpr std::string_view kCylinders = "Cylinders";
-  if (diesel.NCYLINDER > kMaxCylinders) {
-    static_cast<void>(in.nextLine());
-    return in.fail(kCylinders);
+void fillCylinders(const SectionValues& values, DIESEL_RECORD& d) {
+  d.NCYLINDER = values.integer("nCylinder");
+  values.copyIntegers("Cylinders", d.CYLINDERS);
+  values.copyReals("FiringAngleA", d.FIRINGANGLEA);
+  values.copyIntegers("FiringStatusA", d.FIRINGSTATUSA);
+  values.copyReals("FiringPercentA", d.FIRINGPERCENTA);
+  // The lines of bank B stand there for every engine. A flag that is true but not 1 leaves the
+  // bank as it was.
+  if (values.integer("isVengine") == 1) {
+    values.copyReals("FiringAngleB", d.FIRINGANGLEB);
+    values.copyIntegers("FiringStatusB", d.FIRINGSTATUSB);
+    values.copyReals("FiringPercentB", d.FIRINGPERCENTB);
   }
-  const auto count = static_cast<std::size_t>(std::max(diesel.NCYLINDER, 0));
-  const auto rows = [&](auto& values) { return std::span(values).first(count); };
-  return in.line(kCylinders, integers(rows(diesel.CYLINDERS))) &&
-         in.line("FiringAngleA", degree(rows(diesel.FIRINGANGLEA))) &&
-         in.line("FiringAngleB", degree(rows(lines.firingAngleB))) &&
-         in.line("FiringStatusA", integers(rows(diesel.FIRINGSTATUSA))) &&
-         in.line("FiringStatusB", integers(rows(lines.firingStatusB))) &&
-         in.line("FiringStatusA", real(rows(diesel.FIRINGPERCENTA))) &&
-         in.line("FiringStatusB", real(rows(lines.firingPercentB)));
 }
 
-bool readPressureLines(InputReader& in, DIESEL_RECORD& d) {
+void fillPressure(const SectionValues& values, DIESEL_RECORD& d) {
+  d.ISTHEORETICALPRESURE = values.flag("isTheoreticalPresure");
   if (!d.ISTHEORETICALPRESURE) {
-    return in.textLine("NormalHarmonicFile", d.NORMALHARMONICFILE) &&
-           in.textLine("MisHarmonicFile", d.MISHARMONICFILE);
+    d.NORMALHARMONICFILE = values.text("NormalHarmonicFile");
+    d.MISHARMONICFILE = values.text("MisHarmonicFile");
+    return;
   }
-  return in.line("PMax, PComp, CompExp, ExpaExp, CompRatio, PChargeAir, TChargeAir", bar(d.PMAX),
-                 bar(d.PCOMP), real(d.COMPEXP), real(d.EXPAEXP), real(d.COMPRATIO),
-                 bar(d.PCHARGEAIR), real(d.TCHARGEAIR)) &&
-         in.line(
-             "Te, FormFactor, AngleIgnition, AngleEndOfComb, AngleExhaustStart, AngleInletStart, "
-             "AngleInletClose",
-             percent(d.TE), real(d.FORMFACTOR), real(d.ANGLEIGNITION), real(d.ANGLEENDOFCOMB),
-             real(d.ANGLEEXHAUSTSTART), real(d.ANGLEINLETSTART), real(d.ANGLEINLETCLOSE));
+  d.PMAX = values.real("PMax");
+  d.PCOMP = values.real("PComp");
+  d.COMPEXP = values.real("CompExp");
+  d.EXPAEXP = values.real("ExpaExp");
+  d.COMPRATIO = values.real("CompRatio");
+  d.PCHARGEAIR = values.real("PChargeAir");
+  d.TCHARGEAIR = values.real("TChargeAir");
+  d.TE = values.real("Te");
+  d.FORMFACTOR = values.real("FormFactor");
+  d.ANGLEIGNITION = values.real("AngleIgnition");
+  d.ANGLEENDOFCOMB = values.real("AngleEndOfComb");
+  d.ANGLEEXHAUSTSTART = values.real("AngleExhaustStart");
+  d.ANGLEINLETSTART = values.real("AngleInletStart");
+  d.ANGLEINLETCLOSE = values.real("AngleInletClose");
+}
+
+void fillDamping(const SectionValues& values, DIESEL_RECORD& d) {
+  d.ISFORMULADAMPING = values.flag("isFormulaDamping");
+  if (d.ISFORMULADAMPING) {
+    d.CYLABSDAMPING = values.real("CylAbsDamping");
+    d.EXPCYLABSDAMPING = values.real("ExpCylAbsDamping");
+    d.CRANKRELDAMPING = values.real("CrankRelDamping");
+    d.EXPCRANKRELDAMPING = values.real("ExpCrankRelDamping");
+  }
 }
 
 }  // namespace
 
-bool readDiesel(InputReader& in, ModelBundle& model, std::int32_t position) {
+void fillDiesel(const SectionValues& values, ModelBundle& model, std::int32_t position,
+                InputReader& in) {
   DIESEL_RECORD& d = model.diesel.at(position);
-  ReaderState& state = in.state;
-  CylinderLines lines;
-  std::int32_t id = 0;
-  std::int32_t veeFiringType = 0;
-  if (!in.keywordLine(integer(id), word(d.NAME, kNameLength)) ||
-      !in.line("McrPower, McrSpeed, nStroke, nCylinder, ExcitationPhase, isVengine, Vangle",
-               kilowatt(d.MCRPOWER), real(d.MCRSPEED), integer(d.NSTROKE), integer(d.NCYLINDER),
-               degree(d.EXCITATIONPHASE), integer(state.isVengine), real(d.VANGLE),
-               integer(state.isGenset), real(d.MIPLIMIT)) ||
-      !readCylinderLines(in, d, lines) ||
-      !in.line("Bore, Stroke, ConrodRatio, RecipMass, Me, isTheoreticalPresure, VeeFiringType, "
-               "isFormulaDamping",
-               millimetre(d.BORE), millimetre(d.STROKE), real(d.CONRODRATIO), real(d.RECIPMASS),
-               percent(d.ME), flag(d.ISTHEORETICALPRESURE), integer(veeFiringType),
-               flag(d.ISFORMULADAMPING))) {
-    return false;
-  }
+  const std::int32_t id = values.integer("Id");
   SET_DIESEL_ID(model.diesel, position, id);
-  d.ISVENGINE = state.isVengine != 0;
-  d.ISGENSET = state.isGenset != 0;
-  d.NLOADCASE = state.loadCases;
+  d.NAME = values.text("Name");
+  d.MCRPOWER = values.real("McrPower");
+  d.MCRSPEED = values.real("McrSpeed");
   d.MCRTORQUE = ratedTorque(d.MCRPOWER, d.MCRSPEED);
-  d.VEEFIRINGTYPE = veeFiringType;
+  d.NSTROKE = values.integer("nStroke");
+  d.EXCITATIONPHASE = values.real("ExcitationPhase");
+  d.ISVENGINE = values.flag("isVengine");
+  d.VANGLE = values.real("Vangle");
   if (d.ISVENGINE) {
     d.VANGLE = withinPeriod(d.VANGLE, d.NSTROKE == 2 ? 360.0 : 720.0);
   }
-  // A flag that is true but not 1 leaves bank B as it was.
-  const bool hasBankB = state.isVengine == 1;
-  if (hasBankB) {
-    d.FIRINGANGLEB = lines.firingAngleB;
-    d.FIRINGSTATUSB = lines.firingStatusB;
-    d.FIRINGPERCENTB = lines.firingPercentB;
-  }
+  d.VEEFIRINGTYPE = values.integer("VeeFiringType");
+  d.ISGENSET = values.flag("isGenset");
+  d.MIPLIMIT = values.real("MipLimit");
+  d.NLOADCASE = in.state.loadCases;
+  in.state.isVengine = values.integer("isVengine");
+  in.state.isGenset = values.integer("isGenset");
+  fillCylinders(values, d);
+  d.BORE = values.real("Bore");
+  d.STROKE = values.real("Stroke");
+  d.CONRODRATIO = values.real("ConrodRatio");
+  d.RECIPMASS = values.real("RecipMass");
+  d.ME = values.real("Me");
+  fillPressure(values, d);
+  fillDamping(values, d);
   for (std::int32_t i = 1; i <= d.NCYLINDER; ++i) {
     d.HASPARTIALFIRING = d.HASPARTIALFIRING ||
                          GET_DIESEL_FIRINGSTATUSA(model.diesel, position, i) == partialFiring ||
@@ -99,11 +102,6 @@ bool readDiesel(InputReader& in, ModelBundle& model, std::int32_t position) {
     markInertia(model, GET_DIESEL_CYLINDERS(model.diesel, position, i), MassType::dieselCylinder,
                 ComponentType::diesel, id);
   }
-  return readPressureLines(in, d) &&
-         (!d.ISFORMULADAMPING ||
-          in.line("CylAbsDamping, ExpCylAbsDamping, CrankRelDamping, ExpCrankRelDamping",
-                  real(d.CYLABSDAMPING), real(d.EXPCYLABSDAMPING), real(d.CRANKRELDAMPING),
-                  real(d.EXPCRANKRELDAMPING)));
 }
 
 }  // namespace verenwick

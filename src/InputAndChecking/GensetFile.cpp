@@ -1,4 +1,5 @@
 #include "InputAndChecking/InputSections.h"
+#include "RunControl/Constants.h"
 #include "RunControl/DataFile.h"
 
 namespace verenwick {
@@ -24,10 +25,13 @@ bool readGensetFile(ModelBundle& model) {
     LOADCASEGENSET_RECORD& record = model.loadCaseGenset.at(position);
     FreeFormat line(file.line());
     std::int32_t dieselId = 0;
-    if (!integer(dieselId).readFrom(line) || !bar(record.PRESSUREMAX).readFrom(line) ||
-        !bar(record.PRESSURECOMP).readFrom(line)) {
+    double maximum = 0.0;
+    double compression = 0.0;
+    if (!line.read(dieselId) || !line.read(maximum) || !line.read(compression)) {
       return file.reportFailure();
     }
+    record.PRESSUREMAX = maximum * kBar;
+    record.PRESSURECOMP = compression * kBar;
     SET_LOADCASEGENSET_DIESELID(model.loadCaseGenset, position, dieselId);
   }
   return true;

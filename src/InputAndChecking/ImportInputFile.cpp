@@ -10,20 +10,13 @@
 namespace verenwick {
 namespace {
 
-constexpr std::string_view kLoadCaseKeyword = "LOADCASE";
-
 /// Sections of one file; their records take a few kilobytes each at the most.
 constexpr std::int64_t kMostSections = 400'000;
 
 /// Load cases of one file.
 constexpr std::int64_t kMostLoadCases = 1'000'000;
 
-std::string keywordOf(const std::string& line) {
-  std::string word = line;
-  STRINGFIRSTWORD(word);
-  STRINGUPCASE(word);
-  return word;
-}
+std::string keywordOf(const std::string& line) { return input::upperCase(firstWord(line)); }
 
 /// Number of the section kind of a keyword, from 0; the number of kinds if it is none.
 std::size_t sectionOf(std::string_view keyword) {
@@ -51,11 +44,11 @@ SectionCounts countSections(const std::string& path, Log& log) {
       continue;
     }
     const std::string keyword = keywordOf(in.line());
-    if (keyword == kLoadCaseKeyword) {
+    if (keyword == input::kLoadCaseKeyword) {
       counts.hasLoadCases = true;
     } else if (const std::size_t kind = sectionOf(keyword); kind < counts.ofKind.size()) {
       ++counts.ofKind[kind];
-      if (keyword == kAngleBasedKeyword) {
+      if (keyword == input::kAngleBasedKeyword) {
         SET_OUTPUTANGLEBASEDRESULTS(true);
       }
     }
@@ -83,26 +76,39 @@ std::int32_t sizeTables(const SectionCounts& counts, ModelBundle& model) {
 }
 
 /// Reads one section into the next record of its kind.
-bool readSection(InputReader& in, ModelBundle& model, const InputSection& section,
-                 std::int32_t position, std::int32_t counted) {
-  in.beginSection(section.fields);
+bool readSection(InputReader& in, SectionValues& values, ModelBundle& model,
+                 const InputSection& section, std::int32_t position, std::int32_t counted) {
+  if (!in.readKeywordLine(*input::findSection(section.keyword), values)) {
+    return false;
+  }
   // The first pass may have ended earlier, at a LOADCASE that is a line of another section; what
-  // stands behind it has no record.
+  // stands behind it has no record. Ice needs a propeller before it.
   const bool hasRecord = section.allocate == nullptr || position <= counted;
-  return hasRecord ? section.read(in, model, position) : in.failKeywordLine();
+  const bool hasPropeller = section.fill != fillPropellerIce || in.state.propeller > 0;
+  if (!hasRecord || !hasPropeller) {
+    return in.fail();
+  }
+  if (!in.readFurtherLines(values)) {
+    return false;
+  }
+  if (section.fill != nullptr) {
+    section.fill(values, model, position, in);
+  }
+  return true;
 }
 
 /// Fills the tables in file order, up to the end of the file or through the load case table.
 bool fillTables(InputReader& in, const SectionCounts& counts, ModelBundle& model) {
   std::vector<std::int32_t> read(counts.ofKind.size());
+  SectionValues values;
   while (in.nextLine()) {
     const std::string keyword = keywordOf(in.line());
-    if (keyword == kLoadCaseKeyword) {
+    if (keyword == input::kLoadCaseKeyword) {
       return readLoadCases(in, model);
     }
     const std::size_t kind = sectionOf(keyword);
     if (kind < read.size() &&
-        !readSection(in, model, inputSections()[kind], ++read[kind], counts.ofKind[kind])) {
+        !readSection(in, values, model, inputSections()[kind], ++read[kind], counts.ofKind[kind])) {
       return false;
     }
   }

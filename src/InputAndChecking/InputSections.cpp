@@ -11,39 +11,29 @@ void allocate(ModelBundle& model, std::int32_t count) {
   (model.*Table).allocate(count);
 }
 
-bool nothingToRead(InputReader& /*in*/, ModelBundle& /*model*/, std::int32_t /*position*/) {
-  return true;
-}
-
 using M = ModelBundle;
 
 constexpr std::array kSections = {
-    InputSection{kAngleBasedKeyword, "", false, nullptr, nothingToRead},
-    InputSection{"INERTIA", "Id, RpmRatio, Inertia, AbsDamping, DynMagnifier", false,
-                 allocate<&M::mass>, readInertia},
-    InputSection{"SHAFT",
-                 "Id, OrgNode, DesNode, RpmRatio, Stiffness, AbsDamping, DynMagnifier, OuterDi, "
-                 "InnerDi, ShaftTypeFlag, ComponentIdFlag",
-                 false, allocate<&M::shaft>, readShaft},
-    InputSection{"VISCOUSDAMPER", "Id", true, allocate<&M::viscousDamper>, readViscousDamper},
-    InputSection{"RUBBERDAMPER", "Id", true, allocate<&M::rubberDamper>, readRubberDamper},
-    InputSection{"STEELSPRINGDAMPER", "Id", true, allocate<&M::steelSpringDamper>,
-                 readSteelSpringDamper},
-    InputSection{"LINEARCOUPLING", "Id", true, allocate<&M::linearCoupling>, readLinearCoupling},
-    InputSection{"PROGRESSIVECOUPLING", "Id", true, allocate<&M::progressiveCoupling>,
-                 readProgressiveCoupling},
-    InputSection{"GEISLINGERCOUPLING", "Id", true, allocate<&M::geislingerCoupling>,
-                 readGeislingerCoupling},
-    InputSection{"DIESEL", "Id", true, allocate<&M::diesel>, readDiesel},
-    InputSection{"ELECTRICMOTOR", "Id", true, allocate<&M::electricMotor>, readElectricMotor},
-    InputSection{"GASTURBINE", "Id", true, allocate<&M::gasTurbine>, readGasTurbine},
-    InputSection{"STEAMTURBINE", "Id", true, allocate<&M::steamTurbine>, readSteamTurbine},
-    InputSection{"PROPELLER", "Id", true, allocate<&M::propeller>, readPropeller},
-    InputSection{"PROPELLERICE", "PropellerIce Id", false, nullptr, readPropellerIce},
-    InputSection{"GENERATOR", "Id", true, allocate<&M::generator>, readGenerator},
-    InputSection{"CENTRIFUGALPUMP", "Id", true, allocate<&M::centrifugalPump>, readCentrifugalPump},
-    InputSection{"RECIPROCATINGPUMP", "Id, PumpName", true, allocate<&M::reciprocatingPump>,
-                 readReciprocatingPump},
+    InputSection{input::kAngleBasedKeyword, false, nullptr, nullptr},
+    InputSection{"INERTIA", false, allocate<&M::mass>, fillInertia},
+    InputSection{"SHAFT", false, allocate<&M::shaft>, fillShaft},
+    InputSection{"VISCOUSDAMPER", true, allocate<&M::viscousDamper>, fillViscousDamper},
+    InputSection{"RUBBERDAMPER", true, allocate<&M::rubberDamper>, fillRubberDamper},
+    InputSection{"STEELSPRINGDAMPER", true, allocate<&M::steelSpringDamper>, fillSteelSpringDamper},
+    InputSection{"LINEARCOUPLING", true, allocate<&M::linearCoupling>, fillLinearCoupling},
+    InputSection{"PROGRESSIVECOUPLING", true, allocate<&M::progressiveCoupling>,
+                 fillProgressiveCoupling},
+    InputSection{"GEISLINGERCOUPLING", true, allocate<&M::geislingerCoupling>,
+                 fillGeislingerCoupling},
+    InputSection{"DIESEL", true, allocate<&M::diesel>, fillDiesel},
+    InputSection{"ELECTRICMOTOR", true, allocate<&M::electricMotor>, fillElectricMotor},
+    InputSection{"GASTURBINE", true, allocate<&M::gasTurbine>, fillGasTurbine},
+    InputSection{"STEAMTURBINE", true, allocate<&M::steamTurbine>, fillSteamTurbine},
+    InputSection{"PROPELLER", true, allocate<&M::propeller>, fillPropeller},
+    InputSection{"PROPELLERICE", false, nullptr, fillPropellerIce},
+    InputSection{"GENERATOR", true, allocate<&M::generator>, fillGenerator},
+    InputSection{"CENTRIFUGALPUMP", true, allocate<&M::centrifugalPump>, fillCentrifugalPump},
+    InputSection{"RECIPROCATINGPUMP", true, allocate<&M::reciprocatingPump>, fillReciprocatingPump},
 };
 
 }  // namespace

@@ -7,43 +7,57 @@
 
 namespace verenwick {
 
-/// The section that is a keyword and nothing else: it asks for angle based results.
-inline constexpr std::string_view kAngleBasedKeyword = "OUTPUTANGLEBASEDRESULTS";
+using input::SectionValues;
 
-/// A kind of section of the input file.
+/// A kind of section of the input file, as the solver takes it in.
 struct InputSection {
   std::string_view keyword;
-  /// Field list of the keyword line, as its message names it.
-  std::string_view fields;
   /// Whether the load case table has room for one entry of each section.
   bool isComponent;
   /// Sizes the kind's table; null for a section that has no table of its own.
   void (*allocate)(ModelBundle& model, std::int32_t count);
-  /// Reads the section, its keyword line being the reader's current line, into the record at a
-  /// position; writes its message and returns false where it can't be read.
-  bool (*read)(InputReader& in, ModelBundle& model, std::int32_t position);
+  /// Puts the values of a section into the record at a position; null for a section without any.
+  void (*fill)(const SectionValues& values, ModelBundle& model, std::int32_t position,
+               InputReader& in);
 };
 
 /// All sections but LOADCASE, in the order in which a line's first word is compared with them.
 std::span<const InputSection> inputSections();
 
-bool readInertia(InputReader& in, ModelBundle& model, std::int32_t position);
-bool readShaft(InputReader& in, ModelBundle& model, std::int32_t position);
-bool readViscousDamper(InputReader& in, ModelBundle& model, std::int32_t position);
-bool readRubberDamper(InputReader& in, ModelBundle& model, std::int32_t position);
-bool readSteelSpringDamper(InputReader& in, ModelBundle& model, std::int32_t position);
-bool readLinearCoupling(InputReader& in, ModelBundle& model, std::int32_t position);
-bool readProgressiveCoupling(InputReader& in, ModelBundle& model, std::int32_t position);
-bool readGeislingerCoupling(InputReader& in, ModelBundle& model, std::int32_t position);
-bool readDiesel(InputReader& in, ModelBundle& model, std::int32_t position);
-bool readPropeller(InputReader& in, ModelBundle& model, std::int32_t position);
-bool readPropellerIce(InputReader& in, ModelBundle& model, std::int32_t position);
-bool readElectricMotor(InputReader& in, ModelBundle& model, std::int32_t position);
-bool readGasTurbine(InputReader& in, ModelBundle& model, std::int32_t position);
-bool readSteamTurbine(InputReader& in, ModelBundle& model, std::int32_t position);
-bool readGenerator(InputReader& in, ModelBundle& model, std::int32_t position);
-bool readCentrifugalPump(InputReader& in, ModelBundle& model, std::int32_t position);
-bool readReciprocatingPump(InputReader& in, ModelBundle& model, std::int32_t position);
+void fillInertia(const SectionValues& values, ModelBundle& model, std::int32_t position,
+                 InputReader& in);
+void fillShaft(const SectionValues& values, ModelBundle& model, std::int32_t position,
+               InputReader& in);
+void fillViscousDamper(const SectionValues& values, ModelBundle& model, std::int32_t position,
+                       InputReader& in);
+void fillRubberDamper(const SectionValues& values, ModelBundle& model, std::int32_t position,
+                      InputReader& in);
+void fillSteelSpringDamper(const SectionValues& values, ModelBundle& model, std::int32_t position,
+                           InputReader& in);
+void fillLinearCoupling(const SectionValues& values, ModelBundle& model, std::int32_t position,
+                        InputReader& in);
+void fillProgressiveCoupling(const SectionValues& values, ModelBundle& model, std::int32_t position,
+                             InputReader& in);
+void fillGeislingerCoupling(const SectionValues& values, ModelBundle& model, std::int32_t position,
+                            InputReader& in);
+void fillDiesel(const SectionValues& values, ModelBundle& model, std::int32_t position,
+                InputReader& in);
+void fillPropeller(const SectionValues& values, ModelBundle& model, std::int32_t position,
+                   InputReader& in);
+void fillPropellerIce(const SectionValues& values, ModelBundle& model, std::int32_t position,
+                      InputReader& in);
+void fillElectricMotor(const SectionValues& values, ModelBundle& model, std::int32_t position,
+                       InputReader& in);
+void fillGasTurbine(const SectionValues& values, ModelBundle& model, std::int32_t position,
+                    InputReader& in);
+void fillSteamTurbine(const SectionValues& values, ModelBundle& model, std::int32_t position,
+                      InputReader& in);
+void fillGenerator(const SectionValues& values, ModelBundle& model, std::int32_t position,
+                   InputReader& in);
+void fillCentrifugalPump(const SectionValues& values, ModelBundle& model, std::int32_t position,
+                         InputReader& in);
+void fillReciprocatingPump(const SectionValues& values, ModelBundle& model, std::int32_t position,
+                           InputReader& in);
 
 /// Reads the load case table, the reader's current line being its keyword.
 bool readLoadCases(InputReader& in, ModelBundle& model);

@@ -2,40 +2,40 @@
 
 namespace verenwick {
 
-bool readInertia(InputReader& in, ModelBundle& model, std::int32_t position) {
+void fillInertia(const SectionValues& values, ModelBundle& model, std::int32_t position,
+                 InputReader& /*in*/) {
   MASS_RECORD& inertia = model.mass.at(position);
-  std::int32_t id = 0;
-  if (!in.keywordLine(integer(id), real(inertia.RPMRATIO), real(inertia.INERTIA),
-                      real(inertia.ABSDAMPING), real(inertia.DYNMAGNIFIER))) {
-    return false;
-  }
+  const std::int32_t id = values.integer("Id");
   SET_MASS_ID(model.mass, position, id);
+  inertia.RPMRATIO = values.real("RpmRatio");
+  inertia.INERTIA = values.real("Inertia");
+  inertia.ABSDAMPING = values.real("AbsDamping");
+  inertia.DYNMAGNIFIER = values.real("DynMagnifier");
   inertia.MASSTYPE = MassType::plain;
   inertia.COMPONENTTYPE = ComponentType::plainInertia;
   inertia.COMPONENTID = id;
-  return true;
 }
 
-bool readShaft(InputReader& in, ModelBundle& model, std::int32_t position) {
+void fillShaft(const SectionValues& values, ModelBundle& model, std::int32_t position,
+               InputReader& in) {
   SHAFT_RECORD& shaft = model.shaft.at(position);
-  std::int32_t id = 0;
-  std::int32_t shaftTypeFlag = 0;
-  std::int32_t componentIdFlag = 0;
-  if (!in.keywordLine(integer(id), integer(shaft.ORGNODE), integer(shaft.DESNODE),
-                      real(shaft.RPMRATIO), real(shaft.STIFFNESS), real(shaft.ABSDAMPING),
-                      real(shaft.DYNMAGNIFIER), millimetre(shaft.OUTERDI),
-                      millimetre(shaft.INNERDI), integer(shaftTypeFlag),
-                      integer(componentIdFlag))) {
-    return false;
-  }
+  const std::int32_t id = values.integer("Id");
   SET_SHAFT_ID(model.shaft, position, id);
+  shaft.ORGNODE = values.integer("OrgNode");
+  shaft.DESNODE = values.integer("DesNode");
+  shaft.RPMRATIO = values.real("RpmRatio");
+  shaft.STIFFNESS = values.real("Stiffness");
+  shaft.ABSDAMPING = values.real("AbsDamping");
+  shaft.DYNMAGNIFIER = values.real("DynMagnifier");
+  shaft.OUTERDI = values.real("OuterDi");
+  shaft.INNERDI = values.real("InnerDi");
   in.state.shafts.set(position, shaft.ORGNODE, shaft.DESNODE);
-  if (shaftTypeFlag == 1 && componentIdFlag > 0) {
-    markShaft(model, position, ShaftType::crankThrow, ComponentType::diesel, componentIdFlag);
+  const std::int32_t engine = values.integer("ComponentIdFlag");
+  if (values.integer("ShaftTypeFlag") == 1 && engine > 0) {
+    markShaft(model, position, ShaftType::crankThrow, ComponentType::diesel, engine);
   } else {
     markShaft(model, position, ShaftType::plain, ComponentType::plainShaft, id);
   }
-  return true;
 }
 
 }  // namespace verenwick

@@ -1,114 +1,76 @@
-#include <array>
-
 #include "InputAndChecking/InputSections.h"
 
 namespace verenwick {
 namespace {
 
-/// The damping methods by their word; an unknown word keeps the method in force.
-void chooseMethod(std::string word, std::int32_t& method) {
-  struct Method {
-    std::string_view word;
-    PropellerDamping damping;
-  };
-  constexpr std::array kMethods = {
-      Method{"SCHWANEKE", PropellerDamping::schwanecke}, Method{"ARCHER", PropellerDamping::archer},
-      Method{"FRAHM", PropellerDamping::frahm}, Method{"MANUAL", PropellerDamping::manual},
-      Method{"VARIABLE", PropellerDamping::variable}};
-  STRINGUPCASE(word);
-  for (const Method& candidate : kMethods) {
-    if (word == candidate.word) {
-      method = static_cast<std::int32_t>(candidate.damping);
-    }
-  }
-}
-
-/// The damping values of a section, of which a propeller keeps those of its method.
-struct DampingValues {
-  double magnifier = 0.0;
-  double archer = 0.0;
-  double frahm = 0.0;
-  double knucklePoint = 0.0;
-};
-
-/// A value of another method would act beside this one: a magnifier replaces any damping.
-void keepValuesOfMethod(const DampingValues& values, PROPELLER_RECORD& propeller) {
+/// A propeller keeps the damping values of its method: one of another method would act beside
+/// them, and a magnifier replaces any damping.
+void keepValuesOfMethod(const SectionValues& values, PROPELLER_RECORD& propeller) {
   switch (static_cast<PropellerDamping>(propeller.DAMPINGMETHOD)) {
     case PropellerDamping::schwanecke:
       break;
     case PropellerDamping::archer:
-      propeller.ARCHERNUMBER = values.archer;
+      propeller.ARCHERNUMBER = values.real("ArcherNumber");
       break;
     case PropellerDamping::frahm:
-      propeller.FRAHMNUMBER = values.frahm;
+      propeller.FRAHMNUMBER = values.real("FrahmNumber");
       break;
     case PropellerDamping::manual:
-      propeller.DYNMAGNIFIER = values.magnifier;
+      propeller.DYNMAGNIFIER = values.real("DynMagnifier");
       break;
     case PropellerDamping::variable:
-      propeller.DYNMAGNIFIERFORKNUCKLEPOINT = values.magnifier;
-      propeller.DYNMAGNIFIER = values.magnifier;
-      propeller.KNUCKLEPOINT = values.knucklePoint;
+      propeller.DYNMAGNIFIERFORKNUCKLEPOINT = values.real("DynMagnifier");
+      propeller.DYNMAGNIFIER = values.real("DynMagnifier");
+      propeller.KNUCKLEPOINT = values.real("KnucklePoint");
       break;
   }
 }
 
 }  // namespace
 
-bool readPropeller(InputReader& in, ModelBundle& model, std::int32_t position) {
-  constexpr std::string_view kWaterFlag = "isVariablePropellerEntrainedWater";
+void fillPropeller(const SectionValues& values, ModelBundle& model, std::int32_t position,
+                   InputReader& in) {
   PROPELLER_RECORD& p = model.propeller.at(position);
-  std::int32_t id = 0;
-  DampingValues values;
-  std::string methodWord;
-  if (!in.keywordLine(integer(id)) ||
-      !in.line("PropellerNode, McrPower, McrSpeed, nBlade, InertiaAir, InertiaWater, isDucted",
-               integer(p.PROPELLERNODE), kilowatt(p.MCRPOWER), real(p.MCRSPEED), integer(p.NBLADE),
-               real(p.INERTIAAIR), real(p.INERTIAWATER), flag(p.ISDUCTED)) ||
-      !in.line("Db, Di, PitchRatio, ExpAreaRatio, isFixedPitch, PitchPercent, DynMagnifier",
-               millimetre(p.DB), millimetre(p.DI), real(p.PITCHRATIO), real(p.EXPAREARATIO),
-               flag(p.ISFIXEDPITCH), percent(p.PITCHPERCENT), real(values.magnifier)) ||
-      !in.line("ArcherNumber, FrahmNumber,  KnucklePoint, TorquePercent1, TorquePercent2, "
-               "ExcitationPhase, ConsiderPhaseAngle",
-               word(methodWord, kLineLength), real(values.archer), real(values.frahm),
-               real(values.knucklePoint), percent(p.TORQUEPERCENT1), percent(p.TORQUEPERCENT2),
-               degree(p.EXCITATIONPHASE), flag(p.CONSIDERPHASEANGLE)) ||
-      !in.line(kWaterFlag, flag(p.ISVARIABLEENTRAINEDWATER))) {
-    return false;
-  }
-  if (p.ISVARIABLEENTRAINEDWATER &&
-      !in.line(kWaterFlag, word(p.VARIABLEENTRAINEDWATERFILE, kPathLength))) {
-    return false;
-  }
+  const std::int32_t id = values.integer("Id");
   SET_PROPELLER_ID(model.propeller, position, id);
-  p.NLOADCASE = in.state.loadCases;
+  p.PROPELLERNODE = values.integer("PropellerNode");
+  p.MCRPOWER = values.real("McrPower");
+  p.MCRSPEED = values.real("McrSpeed");
   p.MCRTORQUE = ratedTorque(p.MCRPOWER, p.MCRSPEED);
-  chooseMethod(methodWord, in.state.propellerMethod);
-  p.DAMPINGMETHOD = in.state.propellerMethod;
+  p.NBLADE = values.integer("nBlade");
+  p.INERTIAAIR = values.real("InertiaAir");
+  p.INERTIAWATER = values.real("InertiaWater");
+  p.ISDUCTED = values.flag("isDucted");
+  p.DB = values.real("Db");
+  p.DI = values.real("Di");
+  p.PITCHRATIO = values.real("PitchRatio");
+  p.EXPAREARATIO = values.real("ExpAreaRatio");
+  p.ISFIXEDPITCH = values.flag("isFixedPitch");
+  p.PITCHPERCENT = values.real("PitchPercent");
+  p.DAMPINGMETHOD = values.integer("Method");
   keepValuesOfMethod(values, p);
+  p.TORQUEPERCENT1 = values.real("TorquePercent1");
+  p.TORQUEPERCENT2 = values.real("TorquePercent2");
+  p.EXCITATIONPHASE = values.real("ExcitationPhase");
+  p.CONSIDERPHASEANGLE = values.flag("ConsiderPhaseAngle");
+  p.ISVARIABLEENTRAINEDWATER = values.flag("isVariablePropellerEntrainedWater");
+  if (p.ISVARIABLEENTRAINEDWATER) {
+    p.VARIABLEENTRAINEDWATERFILE = values.text("VariableEntrainedWaterFile");
+  }
+  p.NLOADCASE = in.state.loadCases;
   in.state.propeller = position;
   markInertia(model, p.PROPELLERNODE, MassType::propeller, ComponentType::propeller, id);
-  return true;
 }
 
-bool readPropellerIce(InputReader& in, ModelBundle& model, std::int32_t /*position*/) {
+void fillPropellerIce(const SectionValues& values, ModelBundle& model, std::int32_t /*position*/,
+                      InputReader& in) {
   constexpr std::int32_t kRatiosCorrectedWithSpeed = 10;
   constexpr std::int32_t kRatiosPlain = 2;
-  std::int32_t id = 0;
-  if (!in.keywordLine(integer(id))) {
-    return false;
-  }
-  if (in.state.propeller == 0) {
-    return in.failKeywordLine();
-  }
   PROPELLER_RECORD& p = model.propeller.at(in.state.propeller);
-  if (!in.line("isTmaxCorrectedWithActualSpeed", flag(p.ISTMAXCORRECTEDWITHACTUALSPEED)) ||
-      !in.textLine("ExcitationFile", p.EXCITATIONFILE)) {
-    return false;
-  }
+  p.ISTMAXCORRECTEDWITHACTUALSPEED = values.flag("isTmaxCorrectedWithActualSpeed");
+  p.EXCITATIONFILE = values.text("ExcitationFile");
   p.NSPEEDRATIO = p.ISTMAXCORRECTEDWITHACTUALSPEED ? kRatiosCorrectedWithSpeed : kRatiosPlain;
   p.HASICEEXCITATION = true;
-  return true;
 }
 
 }  // namespace verenwick

@@ -1,4 +1,4 @@
-#include <array>
+#include <algorithm>
 
 #include "InputAndChecking/InputSections.h"
 
@@ -8,74 +8,59 @@ namespace {
 /// Angle between the two cylinders of a row, degrees.
 constexpr double kOppositeAngle = 180.0;
 
-/// The lines with one value a cylinder row. Discharge angles of opposite cylinders stand there for
-/// every pump.
-bool readCylinderLines(InputReader& in, RECIPROCATINGPUMP_RECORD& pump) {
-  constexpr std::string_view kCylinders = "PumpCylinders";
-  if (pump.NCYLINDER > kMaxCylinders) {
-    static_cast<void>(in.nextLine());
-    return in.fail(kCylinders);
-  }
-  const auto count = static_cast<std::size_t>(std::max(pump.NCYLINDER, 0));
-  const auto rows = [&](auto& values) { return std::span(values).first(count); };
-  std::array<double, kMaxCylinders> angleB{};
-  if (!in.line(kCylinders, integers(rows(pump.CYLINDERS))) ||
-      !in.line("DischargeAngleA", degree(rows(pump.DISCHARGEANGLEA))) ||
-      !in.line("DischargeAngleB", degree(rows(angleB)))) {
-    return false;
-  }
-  // The pump has no flag of its own for its second bank, the last engine's decides.
-  if (in.state.isVengine == 1) {
-    pump.DISCHARGEANGLEB = angleB;
-  }
-  return true;
-}
-
-bool readPressureLines(InputReader& in, RECIPROCATINGPUMP_RECORD& pump, std::int32_t id) {
+void fillPressure(const SectionValues& values, RECIPROCATINGPUMP_RECORD& pump, std::int32_t id,
+                  Log& log) {
+  pump.ISSIMPLIFIEDPRESSURE = values.flag("isSimplifiedPressure");
   if (!pump.ISSIMPLIFIEDPRESSURE) {
-    return in.textLine("PumpHarmonicFile", pump.PUMPHARMONICFILE);
+    pump.PUMPHARMONICFILE = values.text("PumpHarmonicFile");
+    return;
   }
-  if (!in.line("ReciprocatingPumpOrderNumber", orderCount(pump.RECIPROCATINGPUMPORDERNUMBER)) ||
-      !in.line("Reciprocating pump torque order", real(pump.RECIPROCATINGPUMPORDER)) ||
-      !in.line("Reciprocating pump torque amplitude",
-               percent(pump.RECIPROCATINGPUMPTORQUEPERCENT))) {
-    return false;
-  }
+  pump.RECIPROCATINGPUMPORDERNUMBER = values.integer("ReciprocatingPumpOrderNumber");
+  values.copyReals("ReciprocatingPumpOrder", pump.RECIPROCATINGPUMPORDER);
+  values.copyReals("ReciprocatingPumpTorquePercent", pump.RECIPROCATINGPUMPTORQUEPERCENT);
   const auto inUse = static_cast<std::size_t>(std::max(pump.RECIPROCATINGPUMPORDERNUMBER, 0));
   for (std::size_t j = 0; j < inUse; ++j) {
     const double order = pump.RECIPROCATINGPUMPORDER[j];
     if (order != 0.0 && !isPumpOrder(order)) {
-      in.log().record("Warning: Reciprocating pump", id, " has an order outside 1 to 20 (", order,
-                      "), it is left out");
+      log.record("Warning: Reciprocating pump", id, " has an order outside 1 to 20 (", order,
+                 "), it is left out");
     }
   }
-  return true;
 }
 
 }  // namespace
 
-bool readReciprocatingPump(InputReader& in, ModelBundle& model, std::int32_t position) {
+void fillReciprocatingPump(const SectionValues& values, ModelBundle& model, std::int32_t position,
+                           InputReader& in) {
   RECIPROCATINGPUMP_RECORD& pump = model.reciprocatingPump.at(position);
-  std::int32_t id = 0;
-  if (!in.keywordLine(integer(id), word(pump.NAME, kNameLength)) ||
-      !in.line("McrPower, McrSpeed, nPumpCylinder, ExcitationPhase, isOpposite, isDoubleActing",
-               kilowatt(pump.MCRPOWER), real(pump.MCRSPEED), integer(pump.NCYLINDER),
-               degree(pump.EXCITATIONPHASE), flag(pump.ISOPPOSITE), flag(pump.ISDOUBLEACTING)) ||
-      !readCylinderLines(in, pump) ||
-      !in.line("Bore, Stroke, ConrodRatio, RecipMass, isSimplifiedPresure", millimetre(pump.BORE),
-               millimetre(pump.STROKELENGTH), real(pump.CONRODRATIO), real(pump.RECIPMASS),
-               flag(pump.ISSIMPLIFIEDPRESSURE))) {
-    return false;
-  }
+  const std::int32_t id = values.integer("Id");
   SET_RECIPROCATINGPUMP_ID(model.reciprocatingPump, position, id);
+  pump.NAME = values.text("Name");
+  pump.MCRPOWER = values.real("McrPower");
+  pump.MCRSPEED = values.real("McrSpeed");
+  pump.MCRTORQUE = ratedTorque(pump.MCRPOWER, pump.MCRSPEED);
+  pump.NCYLINDER = values.integer("nPumpCylinder");
+  pump.EXCITATIONPHASE = values.real("ExcitationPhase");
+  pump.ISOPPOSITE = values.flag("isOpposite");
+  pump.ISDOUBLEACTING = values.flag("isDoubleActing");
   pump.VANGLE = kOppositeAngle;
   pump.NLOADCASE = in.state.loadCases;
-  pump.MCRTORQUE = ratedTorque(pump.MCRPOWER, pump.MCRSPEED);
+  values.copyIntegers("Cylinders", pump.CYLINDERS);
+  values.copyReals("DischargeAngleA", pump.DISCHARGEANGLEA);
+  // The line of opposite cylinders stands there for every pump; the pump has no flag of its own
+  // for its second bank, the last engine's decides.
+  if (in.state.isVengine == 1) {
+    values.copyReals("DischargeAngleB", pump.DISCHARGEANGLEB);
+  }
+  pump.BORE = values.real("Bore");
+  pump.STROKELENGTH = values.real("Stroke");
+  pump.CONRODRATIO = values.real("ConrodRatio");
+  pump.RECIPMASS = values.real("RecipMass");
   for (std::int32_t i = 1; i <= pump.NCYLINDER; ++i) {
     markInertia(model, GET_RECIPROCATINGPUMP_CYLINDERS(model.reciprocatingPump, position, i),
                 MassType::reciprocatingPumpCylinder, ComponentType::reciprocatingPump, id);
   }
-  return readPressureLines(in, pump, id);
+  fillPressure(values, pump, id, in.log());
 }
 
 }  // namespace verenwick

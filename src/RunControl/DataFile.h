@@ -5,9 +5,11 @@
 #include <string_view>
 
 #include "RunControl/Files.h"
-#include "RunControl/FreeFormat.h"
+#include "input/FreeFormat.h"
 
 namespace verenwick {
+
+using input::FreeFormat;
 
 /// A text file of numbers that the input file names, read line by line with tabs and commas
 /// treated. A file that can't be opened fails at its first line.

@@ -58,35 +58,8 @@ TextReader::TextReader(std::string_view path) : unit_(GETFILEID()) {
 }
 
 bool TextReader::readLine(std::string& line) {
-  using Traits = std::ifstream::traits_type;
   line.clear();
-  if (!isOpen()) {
-    return false;
-  }
-  std::filebuf& buffer = *stream_.rdbuf();
-  bool any = false;
-  std::size_t length = 0;
-  for (auto c = buffer.sbumpc(); !Traits::eq_int_type(c, Traits::eof()); c = buffer.sbumpc()) {
-    any = true;
-    if (c == '\n') {
-      break;
-    }
-    // One character more is kept for a byte order mark or a carriage return to go.
-    if (length < kLineLength + 4) {
-      line.push_back(Traits::to_char_type(c));
-    }
-    ++length;
-  }
-  if (line.ends_with('\r')) {
-    line.pop_back();
-  }
-  if (std::exchange(atStart_, false) && line.starts_with("\xEF\xBB\xBF")) {
-    line.erase(0, 3);
-  }
-  if (line.size() > kLineLength) {
-    line.resize(kLineLength);
-  }
-  return any;
+  return isOpen() && lines_.next(*stream_.rdbuf(), line);
 }
 
 TextWriter::TextWriter(std::string path, Opening opening)

@@ -9,14 +9,14 @@
 #include <vector>
 
 #include "RunControl/Global_Parameter.h"
+#include "input/LineRules.h"
 #include "results/ResultFileTable.h"
 
 /// The file layer: the one place that knows the platform. Every opened file has a unit number of
 /// its own.
 namespace verenwick {
 
-/// Lines of text files are at most this long; what stands behind is lost.
-inline constexpr std::size_t kLineLength = 2600;
+using input::kLineLength;
 
 /// The path as the platform opens it: where directories are separated by slashes, every backslash
 /// becomes one.
@@ -41,7 +41,7 @@ class TextReader {
  private:
   std::int32_t unit_;
   std::ifstream stream_;
-  bool atStart_ = true;
+  input::LineReader lines_;
 };
 
 enum class Opening { replace, append };

@@ -4,12 +4,13 @@
 #include <string>
 #include <string_view>
 
+#include "input/LineRules.h"
+
 /// What every file-writing step shares: the result directory, the path builder, the unit numbers.
 /// All of it is static and outlives a run.
 namespace verenwick {
 
-/// Paths and file names hold at most this many characters.
-inline constexpr std::size_t kPathLength = 1000;
+using input::kPathLength;
 
 /// Sets the directory of all result files.
 /// @param DIRNAME the directory, blank-padded; left-shifted in place

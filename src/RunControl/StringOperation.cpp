@@ -2,28 +2,17 @@
 
 #include <algorithm>
 
+#include "input/LineRules.h"
+
 namespace verenwick {
 
-void STRINGDELETETAB(std::string& text) {
-  std::replace(text.begin(), text.end(), '\t', ' ');
-  std::replace(text.begin(), text.end(), ',', '.');
-}
+void STRINGDELETETAB(std::string& text) { input::treatLine(text); }
 
 void STRINGFIRSTWORD(std::string& text) { text = std::string(firstWord(text)); }
 
-void STRINGWITHOUTFIRSTWORD(std::string& text) {
-  const std::size_t start = std::min(text.find_first_not_of(' '), text.size());
-  const std::size_t end = std::min(text.find(' ', start), text.size());
-  text.erase(0, std::min(text.find_first_not_of(' ', end), text.size()));
-}
+void STRINGWITHOUTFIRSTWORD(std::string& text) { text = std::string(input::behindFirstWord(text)); }
 
-void STRINGUPCASE(std::string& text) {
-  for (char& c : text) {
-    if (c >= 'a' && c <= 'z') {
-      c = static_cast<char>(c - 'a' + 'A');
-    }
-  }
-}
+void STRINGUPCASE(std::string& text) { text = input::upperCase(text); }
 
 void STRINGADJUST(std::string& text) {
   text.erase(std::remove(text.begin(), text.end(), ' '), text.end());
@@ -47,27 +36,6 @@ void shiftLeft(std::string& text) {
   if (start != std::string::npos) {
     std::rotate(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(start), text.end());
   }
-}
-
-std::string_view withoutTrailingBlanks(std::string_view text) {
-  return text.substr(0, text.find_last_not_of(' ') + 1);
-}
-
-std::string_view trimmed(std::string_view text) {
-  return withoutTrailingBlanks(text.substr(std::min(text.find_first_not_of(' '), text.size())));
-}
-
-std::string_view firstWord(std::string_view text) {
-  const std::size_t start = text.find_first_not_of(' ');
-  if (start == std::string_view::npos) {
-    return {};
-  }
-  text.remove_prefix(start);
-  return text.substr(0, text.find(' '));
-}
-
-bool isBlank(std::string_view text) {
-  return text.find_first_not_of(' ') == std::string_view::npos;
 }
 
 }  // namespace verenwick

@@ -4,6 +4,8 @@
 #include <string>
 #include <string_view>
 
+#include "input/Words.h"
+
 /// In-place operations on text fields. A field's value is its content up to the last non-blank;
 /// the blank ends a word, the end of the field ends the text.
 namespace verenwick {
@@ -30,16 +32,9 @@ std::int32_t STRINGSPLITCOUNT(std::string_view text);
 /// Moves the text to the front of its field; the blanks before it go to the end.
 void shiftLeft(std::string& text);
 
-/// The value of a field.
-std::string_view withoutTrailingBlanks(std::string_view text);
-
-/// The value of a field without the blanks before it.
-std::string_view trimmed(std::string_view text);
-
-/// The first word of a text.
-std::string_view firstWord(std::string_view text);
-
-/// Whether a field holds nothing but blanks.
-bool isBlank(std::string_view text);
+using input::firstWord;
+using input::isBlank;
+using input::trimmed;
+using input::withoutTrailingBlanks;
 
 }  // namespace verenwick

@@ -4,7 +4,7 @@
 #include <limits>
 
 #include "RunControl/Constants.h"
-#include "RunControl/FreeFormat.h"
+#include "RunControl/DataFile.h"
 #include "RunControl/Log.h"
 #include "RunControl/NumberText.h"
 #include "RunControl/StringOperation.h"

@@ -1,12 +1,12 @@
-#include "RunControl/FreeFormat.h"
+#include "input/FreeFormat.h"
 
 #include <algorithm>
 #include <charconv>
 #include <cmath>
 
-#include "RunControl/StringOperation.h"
+#include "input/Words.h"
 
-namespace verenwick {
+namespace verenwick::input {
 namespace {
 
 /// A plus sign before a digit or point is legal, and no other sign behind it.
@@ -32,10 +32,10 @@ bool convert(std::string_view token, Value& value) {
 }  // namespace
 
 std::string_view FreeFormat::nextToken() {
-  const std::string_view token = firstWord(rest_);
-  rest_.remove_prefix(token.empty() ? rest_.size()
-                                    : static_cast<std::size_t>(token.end() - rest_.begin()));
-  return token;
+  token_ = firstWord(rest_);
+  rest_.remove_prefix(token_.empty() ? rest_.size()
+                                     : static_cast<std::size_t>(token_.end() - rest_.begin()));
+  return token_;
 }
 
 bool FreeFormat::read(std::int32_t& value) {
@@ -66,6 +66,7 @@ bool FreeFormat::read(std::string& word) {
     if (end == std::string_view::npos) {
       return false;
     }
+    token_ = rest_.substr(start, end + 1 - start);
     word = rest_.substr(start + 1, end - start - 1);
     rest_.remove_prefix(end + 1);
     return true;
@@ -74,4 +75,4 @@ bool FreeFormat::read(std::string& word) {
   return true;
 }
 
-}  // namespace verenwick
+}  // namespace verenwick::input

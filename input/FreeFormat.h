@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-namespace verenwick {
+namespace verenwick::input {
 
 /// Reads the values of a line one after the other; blanks separate them.
 ///
@@ -20,10 +20,15 @@ class FreeFormat {
   [[nodiscard]] bool read(double& value);
   [[nodiscard]] bool read(std::string& word);
 
- private:
+  /// Takes the next word whatever it is; empty at the end of the line.
   std::string_view nextToken();
 
+  /// The value read last as it stands in the line, with its quotes.
+  [[nodiscard]] std::string_view token() const { return token_; }
+
+ private:
   std::string_view rest_;
+  std::string_view token_;
 };
 
-}  // namespace verenwick
+}  // namespace verenwick::input
