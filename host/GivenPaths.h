@@ -8,19 +8,14 @@
 /// program would wait for. All throw std::runtime_error with words that name the path.
 namespace verenwick::host {
 
+/// Throws: the path and what is wrong with it.
+[[noreturn]] void refusePath(const std::filesystem::path& path, std::string_view words);
+
 /// A file to read: a regular file that opens.
 void checkReadable(const std::filesystem::path& path);
 
-/// The input file of a run: readable, under a name that reaches the solver as it is.
-void checkInput(const std::filesystem::path& input);
-
-/// A directory for the results of a run: its name reaches the solver as it is, and what stands
-/// under the names of result files and of the others that a run writes is a regular file.
-void checkResultDirectory(const std::filesystem::path& directory);
-
-/// A result directory to read: what stands under the names of result files and of the run record is
-/// a regular file.
-void checkResultFiles(const std::filesystem::path& directory);
+/// Nothing stands there yet, or a regular file; else the words say what doesn't happen.
+void checkPlain(const std::filesystem::path& path, std::string_view otherwise);
 
 /// A file to write: nothing stands there yet, or a regular file.
 void checkTarget(const std::filesystem::path& path);
