@@ -126,7 +126,9 @@ constexpr Field kShaftNode{"ShaftNode", integer, "id of the shaft that carries i
 constexpr std::array kLinearCouplingFields = {
     kShaftNode, Field{"NominalTorque", real, "for information", kTorque},
     Field{"NominalStiffness", real,
-          "stiffness at every load; replaces the `Stiffness` of the shaft", kStiffness}};
+          "stiffness at every load, in free and forced vibration; replaces the `Stiffness` of the "
+          "shaft",
+          kStiffness}};
 constexpr std::array kLinearCouplingLines = {
     plain("Id", kCouplingId),
     plain("ShaftNode, NominalTorque, NominalStiffness", kLinearCouplingFields)};
@@ -149,7 +151,7 @@ constexpr std::array kGeislingerCouplingFields = {
     Field{"CharacteristicFrequency", real,
           "reference frequency of the damping at an oil viscosity of 40", kRadPerSecond},
     Field{"OilViscosity", real,
-          "as 40: reference frequency = 40 `CharacteristicFrequency` / `OilViscosity`"},
+          "reference frequency = 40 `CharacteristicFrequency` / `OilViscosity`"},
 };
 constexpr std::array<std::string_view, 2> kDampingWords = {"GEISLINGERDAMPING", "GENERALDAMPING"};
 constexpr std::array<std::string_view, 2> kOilWords = {"WITHPRESSURIZED", "WITHOUTPRESSURIZED"};
