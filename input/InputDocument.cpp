@@ -208,7 +208,7 @@ bool InputDocument::readColumns(std::string_view ids, std::string_view kinds) {
     std::string kind = place < kindWords.size() ? upperCase(kindWords[place]) : std::string();
     ++place;
     // The column of a kind that is none is dropped, and the powers move up.
-    if (findSection(kind) != nullptr) {
+    if (std::find(kColumnKinds.begin(), kColumnKinds.end(), kind) != kColumnKinds.end()) {
       columns_.push_back({*id, std::move(kind)});
     }
   }

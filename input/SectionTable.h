@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -83,6 +84,13 @@ inline constexpr std::string_view kAngleBasedKeyword = "OUTPUTANGLEBASEDRESULTS"
 
 /// The table that ends an input file; it has columns and rows of its own.
 inline constexpr std::string_view kLoadCaseKeyword = "LOADCASE";
+
+/// The kinds of components that can have a column in it.
+inline constexpr std::array<std::string_view, 11> kColumnKinds = {
+    "DIESEL",         "RECIPROCATINGPUMP",   "PROPELLER",
+    "LINEARCOUPLING", "PROGRESSIVECOUPLING", "GEISLINGERCOUPLING",
+    "ELECTRICMOTOR",  "GENERATOR",           "CENTRIFUGALPUMP",
+    "GASTURBINE",     "STEAMTURBINE"};
 
 /// All sections but LOADCASE.
 std::span<const Section> sections();

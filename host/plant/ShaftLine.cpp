@@ -3,12 +3,10 @@
 #include <algorithm>
 #include <cmath>
 #include <numeric>
-#include <unordered_map>
 #include <utility>
 
-#include "host/Units.h"
-#include "host/plant/ComponentSections.h"
-#include "host/plant/InputLines.h"
+#include "host/plant/Components.h"
+#include "host/plant/Plant.h"
 
 namespace verenwick::host {
 namespace {
@@ -17,169 +15,86 @@ namespace {
 /// equal engines swing against each other, the line behind their gear keeps this much of noise.
 constexpr double kAtRest = 1e-10;
 
-/// The speeds of the load case table, whose lines follow: ids behind "RPM", kinds, then a row a
-/// load case up to a blank line.
-std::vector<double> readSpeeds(InputLines& lines) {
-  while (lines.next() && !lines.startsWith("RPM")) {
-  }
-  lines.next();
-  std::vector<double> speeds;
-  while (lines.next() && !lines.blank()) {
-    speeds.push_back(lines.number<double>(0).value_or(0.0));
-  }
-  return speeds;
-}
-
-/// Ids to rows, the first of equal ones.
-using Rows = std::unordered_map<std::int32_t, std::size_t>;
-
-std::optional<std::size_t> rowOf(const Rows& rows, std::int32_t id) {
-  const auto found = rows.find(id);
-  return found == rows.end() ? std::nullopt : std::optional(found->second);
-}
-
-/// A file as it is read, with ids where the line has rows.
-struct Sections {
-  struct Ends {
-    std::int32_t origin, destination;
-  };
-  ShaftLine line;
-  Rows inertias;
-  Rows shafts;
-  std::vector<Ends> ends;
-  std::vector<ComponentSection> components;
-};
-
-bool isPropeller(const Component& component) {
-  return component.family == results::Family::propeller;
-}
-
-bool readInertia(const InputLines& lines, Sections& sections) {
-  constexpr std::size_t remark = 6;
-  const auto id = lines.number<std::int32_t>(1);
-  if (!id) {
-    return false;
-  }
-  sections.inertias.emplace(*id, sections.line.inertias.size());
-  sections.line.inertias.push_back({*id, lines.number<double>(2).value_or(1),
-                                    lines.number<double>(3).value_or(0),
-                                    lines.number<double>(4).value_or(0),
-                                    lines.number<double>(5).value_or(0), lines.rest(remark)});
-  return true;
-}
-
-bool readShaft(const InputLines& lines, Sections& sections) {
-  constexpr std::size_t ratio = 4, stiffness = 5, damping = 6, magnifier = 7, outer = 8, inner = 9,
-                        remark = 12;
-  const auto id = lines.number<std::int32_t>(1);
-  const auto origin = lines.number<std::int32_t>(2);
-  const auto destination = lines.number<std::int32_t>(3);
-  if (!id || !origin || !destination) {
-    return false;
-  }
-  sections.shafts.emplace(*id, sections.line.shafts.size());
-  sections.ends.push_back({*origin, *destination});
-  sections.line.shafts.push_back(
-      {*id, 0, 0, lines.number<double>(ratio).value_or(1),
-       lines.number<double>(stiffness).value_or(0), lines.number<double>(damping).value_or(0),
-       lines.number<double>(magnifier).value_or(0),
-       lines.number<double>(outer).value_or(0) * kMilli,
-       lines.number<double>(inner).value_or(0) * kMilli, lines.rest(remark)});
-  return true;
-}
-
-/// Ice excites the propeller whose section was the last one.
-void markIce(Sections& sections) {
-  const auto propeller =
-      std::find_if(sections.components.rbegin(), sections.components.rend(),
-                   [](const ComponentSection& each) { return isPropeller(each.component); });
-  if (propeller != sections.components.rend()) {
-    propeller->component.ice = true;
-  }
-}
-
 /// The free text at the head of a file, without the marks that a comment begins with.
-std::string titleOf(const InputLines& lines) {
-  const std::string text = lines.rest(0);
+std::string titleOf(const std::string& text) {
   return text.substr(std::min(text.find_first_not_of("!#*/;-= \t"), text.size()));
 }
 
-bool resolveShafts(Sections& sections) {
-  for (std::size_t i = 0; i < sections.ends.size(); ++i) {
-    const auto origin = rowOf(sections.inertias, sections.ends[i].origin);
-    const auto destination = rowOf(sections.inertias, sections.ends[i].destination);
-    if (!origin || !destination) {
-      return false;
+/// The remarks behind the sections of a keyword, one a record in their order.
+std::vector<std::string> remarksOf(const input::InputDocument& document, std::string_view keyword,
+                                   std::int32_t records) {
+  std::vector<std::string> remarks;
+  for (const input::SectionValues& section : document.sections()) {
+    if (section.section().keyword == keyword) {
+      remarks.push_back(document.remarkBehind(section.values().back().place));
     }
-    sections.line.shafts[i].origin = *origin;
-    sections.line.shafts[i].destination = *destination;
   }
-  return true;
+  // A table is sized by all lines that begin with the keyword, also where they belong to another
+  // section.
+  remarks.resize(static_cast<std::size_t>(records));
+  return remarks;
 }
 
-void resolveComponent(const ComponentSection& section, Sections& sections) {
-  Component component = section.component;
-  for (const std::int32_t id : section.inertiaIds) {
-    if (const auto row = rowOf(sections.inertias, id)) {
-      component.inertias.push_back(*row);
+std::vector<Inertia> inertiasOf(const Plant& plant) {
+  const MASS_TABLE& table = plant.model.mass;
+  const std::vector<std::string> names = remarksOf(plant.document, "INERTIA", table.number());
+  std::vector<Inertia> inertias;
+  for (std::int32_t row = 1; row <= table.number(); ++row) {
+    const MASS_RECORD& mass = table.at(row);
+    inertias.push_back({table.id(row), mass.RPMRATIO, mass.INERTIA, mass.ABSDAMPING,
+                        mass.DYNMAGNIFIER, names[index(row)]});
+  }
+  // A propeller with its water takes the place of the row's value.
+  const PROPELLER_TABLE& propellers = plant.model.propeller;
+  for (std::int32_t p = 1; p <= propellers.number(); ++p) {
+    const PROPELLER_RECORD& propeller = propellers.at(p);
+    if (const std::int32_t row = table.positionOf(propeller.PROPELLERNODE); row > 0) {
+      inertias[index(row)].inertia = propeller.INERTIAAIR + propeller.INERTIAWATER;
     }
   }
-  for (const std::int32_t id : section.shaftIds) {
-    if (const auto row = rowOf(sections.shafts, id)) {
-      component.shafts.push_back(*row);
-      Shaft& shaft = sections.line.shafts[*row];
-      shaft.stiffness = section.stiffness.value_or(shaft.stiffness);
+  return inertias;
+}
+
+/// Nothing if a shaft joins an inertia that isn't there.
+std::optional<std::vector<Shaft>> shaftsOf(const Plant& plant) {
+  const MASS_TABLE& masses = plant.model.mass;
+  const SHAFT_TABLE& table = plant.model.shaft;
+  const std::vector<std::string> names = remarksOf(plant.document, "SHAFT", table.number());
+  std::vector<Shaft> shafts;
+  for (std::int32_t row = 1; row <= table.number(); ++row) {
+    const SHAFT_RECORD& shaft = table.at(row);
+    const std::int32_t origin = masses.positionOf(shaft.ORGNODE);
+    const std::int32_t destination = masses.positionOf(shaft.DESNODE);
+    if (origin == 0 || destination == 0) {
+      return std::nullopt;
     }
+    shafts.push_back({table.id(row), index(origin), index(destination), shaft.RPMRATIO,
+                      shaft.STIFFNESS, shaft.ABSDAMPING, shaft.DYNMAGNIFIER, shaft.OUTERDI,
+                      shaft.INNERDI, names[index(row)]});
   }
-  if (section.betweenInertias && component.inertias.size() == 2) {
-    const auto& shafts = sections.line.shafts;
-    const auto found = std::find_if(shafts.begin(), shafts.end(), [&](const Shaft& shaft) {
-      return std::minmax(shaft.origin, shaft.destination) ==
-             std::minmax(component.inertias[0], component.inertias[1]);
-    });
-    if (found != shafts.end()) {
-      component.shafts.push_back(static_cast<std::size_t>(found - shafts.begin()));
-    }
-  }
-  sections.line.components.push_back(std::move(component));
+  return shafts;
 }
 
 }  // namespace
 
 std::optional<ShaftLine> readShaftLine(const std::filesystem::path& input) {
-  Sections sections;
-  InputLines lines(input);
-  bool head = true;
-  while (lines.next()) {
-    if (lines.startsWith("LOADCASE")) {
-      sections.line.loadCaseSpeeds = readSpeeds(lines);
-    } else if (lines.startsWith("INERTIA")) {
-      head = false;
-      if (!readInertia(lines, sections)) {
-        return std::nullopt;
-      }
-    } else if (lines.startsWith("SHAFT")) {
-      head = false;
-      if (!readShaft(lines, sections)) {
-        return std::nullopt;
-      }
-    } else if (lines.startsWith("PROPELLERICE")) {
-      head = false;
-      markIce(sections);
-    } else if (auto section = readComponentSection(lines)) {
-      head = false;
-      sections.components.push_back(std::move(*section));
-    } else if (head && sections.line.title.empty()) {
-      sections.line.title = titleOf(lines);
-    }
-  }
-  if (!resolveShafts(sections)) {
+  const auto plant = readPlant(input);
+  if (!plant) {
     return std::nullopt;
   }
-  for (const ComponentSection& section : sections.components) {
-    resolveComponent(section, sections);
+  auto shafts = shaftsOf(*plant);
+  if (!shafts) {
+    return std::nullopt;
   }
-  return std::move(sections.line);
+  ShaftLine line;
+  line.title = titleOf(plant->document.title());
+  line.inertias = inertiasOf(*plant);
+  line.shafts = std::move(*shafts);
+  line.components = componentsOf(*plant);
+  for (std::int32_t i = 1; i <= plant->model.loadCaseSpeed.number(); ++i) {
+    line.loadCaseSpeeds.push_back(plant->model.loadCaseSpeed.at(i));
+  }
+  return line;
 }
 
 std::int64_t propellerOrders(const ShaftLine& line) {

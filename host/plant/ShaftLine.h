@@ -12,7 +12,7 @@
 
 #include "results/ResultFileTable.h"
 
-/// What the host itself reads of an input file, to name the points of the results and to draw them.
+/// A plant's shaft line as it was calculated, to name the points of the results and to draw them.
 namespace verenwick::host {
 
 /// An inertia.
@@ -66,8 +66,8 @@ struct ShaftLine {
   std::vector<double> loadCaseSpeeds;  ///< rpm
 };
 
-/// Reads an input file for naming and drawing. Nothing if inertias or shafts can't be read; whether
-/// it is a good input file is for the solver to say. Components that can't be read are left out.
+/// Reads an input file for naming and drawing. Nothing if the solver can't read it, or if a shaft
+/// joins an inertia that isn't there; whether it is a good input file is for the solver to say.
 std::optional<ShaftLine> readShaftLine(const std::filesystem::path& input);
 
 /// The number of orders that the result files of the propellers have.

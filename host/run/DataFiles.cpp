@@ -6,23 +6,13 @@
 #include <system_error>
 #include <utility>
 
-#include "host/plant/InputLines.h"
+#include "host/plant/Plant.h"
+#include "input/LineRules.h"
 
 namespace verenwick::host {
 namespace {
 
 namespace fs = std::filesystem;
-
-/// What the line of a data file may hold: the name alone, or a first word, which may be quoted.
-std::vector<std::string> namesIn(std::string_view line) {
-  std::vector<std::string> names = {std::string(line)};
-  if (line.starts_with('"') || line.starts_with('\'')) {
-    names.emplace_back(line.substr(1, line.find(line[0], 1) - 1));
-  } else if (const std::size_t blank = line.find(' '); blank != std::string_view::npos) {
-    names.emplace_back(line.substr(0, blank));
-  }
-  return names;
-}
 
 /// As the solver opens it.
 fs::path pathOf(std::string name) {
@@ -48,21 +38,17 @@ StartFolder startFolder(const fs::path& input) {
     from.dataFiles.push_back({name, path, {}});
     return true;
   };
-  InputLines lines(input);
-  // Behind the keyword of the load cases no file is named; of the lines before nearly all are those
-  // of inertias and shafts.
-  while (lines.next() && !lines.startsWith("LOADCASE")) {
-    if (lines.blank() || lines.startsWith("INERTIA") || lines.startsWith("SHAFT")) {
-      continue;
-    }
-    for (const std::string& name : namesIn(lines.treated())) {
-      if (!seen.insert(name).second) {
+  const input::InputDocument document = readDocument(input);
+  for (const input::SectionValues& section : document.sections()) {
+    for (const input::Value& value : section.values()) {
+      if (value.text.empty() || section.fieldOf(value).length != input::kPathLength ||
+          !seen.insert(value.text).second) {
         continue;
       }
-      const bool found = find(beside, name);
-      foundBeside = foundBeside || (found && pathOf(name).is_relative());
+      const bool found = find(beside, value.text);
+      foundBeside = foundBeside || (found && pathOf(value.text).is_relative());
       if (!current.path.empty()) {
-        find(current, name);
+        find(current, value.text);
       }
     }
   }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <fstream>
 #include <numeric>
 #include <vector>
 
@@ -35,9 +36,9 @@ struct SectionCounts {
 };
 
 /// Counts the lines by their first word, lines inside sections included.
-SectionCounts countSections(const std::string& path, Log& log) {
+SectionCounts countSections(std::streambuf& text, Log& log) {
   SectionCounts counts;
-  InputReader in(path, log);
+  InputReader in(text, log);
   while (in.nextLine()) {
     if (counts.hasLoadCases) {
       counts.loadCaseLines += isBlank(in.line()) ? 0 : 1;
@@ -115,13 +116,12 @@ bool fillTables(InputReader& in, const SectionCounts& counts, ModelBundle& model
   return true;
 }
 
-/// The part of the read during which the log is open.
-bool readFile(const std::string& path, Log& log, ModelBundle& model, bool& wantsGensetFile) {
-  if (!ISFILEACCESSABLE(path)) {
-    log.record("error occurs when accessing the input file", path);
-    return false;
-  }
-  const SectionCounts counts = countSections(path, log);
+}  // namespace
+
+bool readTables(std::streambuf& text, Log& log, ModelBundle& model, bool& wantsGensetFile) {
+  SET_OUTPUTANGLEBASEDRESULTS(false);
+  wantsGensetFile = false;
+  const SectionCounts counts = countSections(text, log);
   const std::int64_t sections =
       std::accumulate(counts.ofKind.begin(), counts.ofKind.end(), std::int64_t{0});
   if (sections > kMostSections) {
@@ -139,7 +139,7 @@ bool readFile(const std::string& path, Log& log, ModelBundle& model, bool& wants
     log.record("Error occurs when reading loadcase settings data : No load setting defined");
     return false;
   }
-  InputReader in(path, log);
+  InputReader in(text, log);
   // Two of the lines are the headers of the table.
   in.state.loadCases = counts.hasLoadCases ? counts.loadCaseLines - 2 : 0;
   in.state.shafts = ShaftsByNodes(model.shaft);
@@ -151,12 +151,9 @@ bool readFile(const std::string& path, Log& log, ModelBundle& model, bool& wants
   return true;
 }
 
-}  // namespace
-
 bool ISFILEACCESSABLE(const std::string& path) { return isReadableFile(path); }
 
 bool READINPUTFILE(const std::string& path, ModelBundle& model) {
-  SET_OUTPUTANGLEBASEDRESULTS(false);
   bool wantsGensetFile = false;
   {
     Log log(Opening::replace);
@@ -165,7 +162,13 @@ bool READINPUTFILE(const std::string& path, ModelBundle& model) {
                    resultFileAddress(results::resultFile("Verenwick.log")).c_str());
       return false;
     }
-    if (!readFile(path, log, model, wantsGensetFile)) {
+    std::filebuf text;
+    if (!ISFILEACCESSABLE(path) ||
+        text.open(nativePath(path), std::ios::in | std::ios::binary) == nullptr) {
+      log.record("error occurs when accessing the input file", path);
+      return false;
+    }
+    if (!readTables(text, log, model, wantsGensetFile)) {
       return false;
     }
   }

@@ -1,13 +1,15 @@
 #pragma once
 
 #include <cstdint>
+#include <ios>
+#include <streambuf>
 #include <string>
 #include <string_view>
 
 #include "ComponentTables/ModelBundle.h"
-#include "RunControl/DataFile.h"
 #include "RunControl/Log.h"
 #include "RunControl/StringOperation.h"
+#include "input/LineRules.h"
 #include "input/SectionReader.h"
 
 namespace verenwick {
@@ -23,13 +25,13 @@ struct ReaderState {
   ShaftsByNodes shafts;                ///< those whose line isn't read yet join 0 and 0
 };
 
-/// The input file, line by line and section by section. Writes the message of a line that can't be
-/// read.
+/// An input text from its start on, line by line and section by section. Writes the message of a
+/// line that can't be read.
 class InputReader {
  public:
-  InputReader(std::string_view path, Log& log) : lines_(path), log_(log) {}
+  InputReader(std::streambuf& text, Log& log) : lines_(text), log_(log) {}
 
-  /// Takes the next line of the file, tabs and commas treated; false at the end of the file.
+  /// Takes the next line of the text, tabs and commas treated; false at its end.
   [[nodiscard]] bool nextLine() { return lines_.next(); }
   const std::string& line() const { return lines_.current(); }
   std::int32_t lineNumber() const { return lines_.number(); }
@@ -53,18 +55,26 @@ class InputReader {
   ReaderState state;
 
  private:
-  class FileLines : public input::Lines {
+  class TextLines : public input::Lines {
    public:
-    explicit FileLines(std::string_view path) : file_(path) {}
-    bool next() override { return file_.nextLine(); }
-    [[nodiscard]] const std::string& current() const override { return file_.line(); }
-    [[nodiscard]] std::int32_t number() const override { return file_.lineNumber(); }
+    explicit TextLines(std::streambuf& text) : text_(text) { text_.pubseekpos(0, std::ios::in); }
+    bool next() override {
+      ++number_;
+      const bool any = lines_.next(text_, line_);
+      input::treatLine(line_);
+      return any;
+    }
+    [[nodiscard]] const std::string& current() const override { return line_; }
+    [[nodiscard]] std::int32_t number() const override { return number_; }
 
    private:
-    DataFile file_;
+    std::streambuf& text_;
+    input::LineReader lines_;
+    std::string line_;
+    std::int32_t number_ = 0;
   };
 
-  FileLines lines_;
+  TextLines lines_;
   input::SectionReader sections_{lines_};
   Log& log_;
 };

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <array>
 #include <utility>
 
@@ -29,6 +30,12 @@ constexpr std::array kLoadKinds = {
     LoadKind{"STEAMTURBINE", "SteamTurbine", steamTurbine},
 };
 
+static_assert(std::equal(kLoadKinds.begin(), kLoadKinds.end(), input::kColumnKinds.begin(),
+                         input::kColumnKinds.end(),
+                         [](const LoadKind& kind, std::string_view word) {
+                           return kind.keyword == word;
+                         }));
+
 constexpr std::string_view kMessage =
     "Error occurs when reading loadcase settings in input file line ";
 
@@ -42,7 +49,7 @@ std::string takeWord(std::string& line) {
 
 template <class Value>
 bool readWord(const std::string& word, Value& value) {
-  return FreeFormat(word).read(value);
+  return input::FreeFormat(word).read(value);
 }
 
 /// Reads the ids behind "RPM" and the kinds in the row below it. All messages name the id row.

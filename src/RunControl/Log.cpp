@@ -14,11 +14,14 @@ bool lostRecord = false;
 bool Log::takeLostRecord() { return std::exchange(lostRecord, false); }
 
 Log::Log(Opening opening)
-    : writer_(resultFileAddress(results::resultFile("Verenwick.log")), opening) {}
+    : writer_(std::in_place, resultFileAddress(results::resultFile("Verenwick.log")), opening) {}
 
 void Log::write(const std::string& line) {
-  writer_.writeLine(line);
-  if (!writer_.flush()) {
+  if (!writer_) {
+    return;
+  }
+  writer_->writeLine(line);
+  if (!writer_->flush()) {
     std::fprintf(stderr, "%s\n", line.c_str());
     lostRecord = true;
   }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <concepts>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -14,7 +15,9 @@ namespace verenwick {
 class Log {
  public:
   explicit Log(Opening opening);
-  bool isOpen() const { return writer_.isOpen(); }
+  /// A log that nobody reads: what it takes is lost. For a look at an input file outside a run.
+  Log() = default;
+  bool isOpen() const { return writer_ && writer_->isOpen(); }
   /// Whether a record could not be written since this was called last; of any log.
   static bool takeLostRecord();
 
@@ -35,7 +38,7 @@ class Log {
   /// Writes a record; one that the log can't take goes to standard error.
   void write(const std::string& line);
 
-  TextWriter writer_;
+  std::optional<TextWriter> writer_;
 };
 
 /// Appends one record to the log.
