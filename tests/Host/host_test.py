@@ -7,7 +7,9 @@ import struct
 import subprocess
 import unittest
 
-from support import EXAMPLES, PROGRAM, HostTest, records
+import numpy
+
+from support import EXAMPLES, PROGRAM, SMALL_PLANT, HostTest, records
 
 
 def inertia(number, value):
@@ -51,6 +53,36 @@ class Run(HostTest):
         self.assertIn(f"Results in {self.here / 'results-of-plant'}\n", done.stdout)
         self.assertEqual(done.stderr, "")
         self.assertEqual(self.run_plant(TWO, "--mode", "free", "--quiet").stdout, "")
+
+    def test_a_report_shows_the_plant_that_was_calculated(self):
+        """A coupling in front of its shaft has no effect, one behind it replaces the stiffness, a
+        propeller with its water replaces the inertia of its row: the report's model has the natural
+        frequencies of the run."""
+        early = "LINEARCOUPLING 2\n4 20000.0 3.0E5\n"
+        text = early + SMALL_PLANT.replace("3 4 1.0 1.05E5", "3 4 1.0 9.0E5")
+        done = self.run_plant(text, "--report", "--results", "of")
+        page = (self.here / "of/report.html").read_text()
+        data = json.loads(re.search(r'type="application/json" id="data">(.*?)</script>', page,
+                                    re.DOTALL)[1])
+        self.assertEqual([shaft["stiffness"] for shaft in data["shafts"]],
+                         [3.6e7, 5.6e7, 1.05e5, 2e6])
+        self.assertEqual([each["inertia"] for each in data["inertias"]], [6.2, 6.2, 85, 104, 35])
+        self.assertIn("Linear coupling 2", done.stderr)
+        mass = numpy.diag([each["inertia"] for each in data["inertias"]])
+        stiffness = numpy.zeros(mass.shape)
+        for each in data["shafts"]:
+            ends = numpy.ix_([each["origin"], each["destination"]],
+                             [each["origin"], each["destination"]])
+            stiffness[ends] += each["stiffness"] * numpy.array([[1, -1], [-1, 1]])
+        squares = numpy.linalg.eigvals(numpy.linalg.solve(mass, stiffness)).real
+        numpy.testing.assert_allclose(records(self.here / "of/NaturalFrequency.bin")[1:],
+                                      numpy.sqrt(sorted(squares)[1:]), rtol=1e-9)
+
+    def test_runs_go_through_the_shared_library(self):
+        """The solver is linked into the program for reading plants; its entries must not be."""
+        symbols = subprocess.run(["nm", "-D", PROGRAM], capture_output=True, text=True, check=True)
+        for entry in ("VERENWICKSOLVER", "THEORETICALCYLINDERPRESSURE", "CYLINDERPRESSURETOHARMONIC"):
+            self.assertRegex(symbols.stdout, rf" U {entry}\n")
 
     def test_columns_stay_apart(self):
         done = self.run_plant(TWO + "GASTURBINE 1\n1 100 1000\nLOADCASE\nRPM 1\nGASTURBINE\n"
