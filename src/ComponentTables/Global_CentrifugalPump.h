@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ComponentTables/ComponentTable.h"
+#include "ComponentTables/FieldGroups.h"
 #include "ComponentTables/TorqueOrders.h"
 
 /// Centrifugal pumps.
@@ -9,13 +9,7 @@ namespace verenwick {
 // clang-format off
 #define CENTRIFUGALPUMP_FIELDS(VALUE, ARRAY, LIST, X)                                                           \
   VALUE(X, std::int32_t, CENTRIFUGALPUMPNODE, 0, "id of the inertia it sits on")                                \
-  VALUE(X, double, RPMRATIO, 1.0, "speed relative to the reference speed")                                      \
-  VALUE(X, double, MCRPOWER, 0.0, "power at maximum continuous rating, W")                                      \
-  VALUE(X, double, MCRSPEED, 0.0, "speed at maximum continuous rating, rpm")                                    \
-  VALUE(X, double, MCRTORQUE, 0.0, "torque at maximum continuous rating, N m")                                  \
-  VALUE(X, double, POWER, 0.0, "power in the load case, W")                                                     \
-  VALUE(X, double, SPEED, 0.0, "speed in the load case, rpm")                                                   \
-  VALUE(X, double, TORQUE, 0.0, "torque in the load case, N m")                                                 \
+  VERENWICK_MACHINE_FIELDS(VALUE, X)                                                                            \
   VALUE(X, std::int32_t, CENTRIFUGALPUMPORDERNUMBER, 0, "orders in use, 0 to 4")                                \
   ARRAY(X, double, CENTRIFUGALPUMPORDER, kTorqueOrders, "harmonic orders")                                      \
   ARRAY(X, double, CENTRIFUGALPUMPTORQUEPERCENT, kTorqueOrders, "torque of each order, fraction of the torque") \

@@ -3,8 +3,8 @@
 #include <complex>
 #include <string>
 
-#include "ComponentTables/ComponentTable.h"
 #include "ComponentTables/CrankMachine.h"
+#include "ComponentTables/FieldGroups.h"
 #include "ComponentTables/Global_LoadCaseGenset.h"
 #include "Excitation/HarmonicData.h"
 
@@ -46,21 +46,15 @@ struct CylinderGas {
 #define DIESEL_FIELDS(VALUE, ARRAY, LIST, X)                                                                  \
   VALUE(X, std::string, NAME, {}, "engine name, at most 20 characters")                                       \
   VALUE(X, std::int32_t, NSTROKE, 0, "strokes a cycle: 2, any other is four-stroke")                          \
-  VALUE(X, double, RPMRATIO, 1.0, "speed relative to the reference speed")                                    \
-  VALUE(X, double, MCRPOWER, 0.0, "power at maximum continuous rating, W")                                    \
-  VALUE(X, double, MCRSPEED, 0.0, "speed at maximum continuous rating, rpm")                                  \
-  VALUE(X, double, MCRTORQUE, 0.0, "torque at maximum continuous rating, N m")                                \
+  VERENWICK_MACHINE_FIELDS(VALUE, X)                                                                          \
   VALUE(X, double, MIPLIMIT, 0.0, "limit of the mean indicated pressure, multiple of the rated one")          \
   VALUE(X, bool, ISVENGINE, false, "has banks A and B")                                                       \
   VALUE(X, double, VANGLE, 0.0, "bank angle, degrees")                                                        \
-  VALUE(X, VeeFiringType, VEEFIRINGTYPE, {}, "bank B fires consecutively after bank A or not")                 \
+  VALUE(X, VeeFiringType, VEEFIRINGTYPE, {}, "bank B fires consecutively after bank A or not")                \
   VALUE(X, bool, ISGENSET, false, "pressures come from the genset table")                                     \
   VALUE(X, std::int32_t, NLOADCASE, 0, "number of load cases")                                                \
   VALUE(X, std::int32_t, ILOADCASE, 0, "current load case")                                                   \
-  VALUE(X, double, POWER, 0.0, "power in the load case, W")                                                   \
   VALUE(X, double, POWERPERCYL, 0.0, "power per firing cylinder in the load case, W")                         \
-  VALUE(X, double, SPEED, 0.0, "speed in the load case, rpm")                                                 \
-  VALUE(X, double, TORQUE, 0.0, "torque in the load case, N m")                                               \
   ARRAY(X, double, CYLPOWERA, kMaxCylinders, "power of each cylinder of bank A, W")                           \
   ARRAY(X, double, CYLPOWERB, kMaxCylinders, "power of each cylinder of bank B, W")                           \
   VALUE(X, double, LOADPERCENTAGE, 0.0, "torque over MCRTORQUE, fraction")                                    \

@@ -1,20 +1,14 @@
 #pragma once
 
-#include "ComponentTables/ComponentTable.h"
+#include "ComponentTables/FieldGroups.h"
 
 /// Gas turbines.
 namespace verenwick {
 
 // clang-format off
-#define GASTURBINE_FIELDS(VALUE, ARRAY, LIST, X)                               \
-  VALUE(X, std::int32_t, GASTURBINENODE, 0, "id of the inertia it sits on")    \
-  VALUE(X, double, RPMRATIO, 1.0, "speed relative to the reference speed")     \
-  VALUE(X, double, MCRPOWER, 0.0, "power at maximum continuous rating, W")     \
-  VALUE(X, double, MCRSPEED, 0.0, "speed at maximum continuous rating, rpm")   \
-  VALUE(X, double, MCRTORQUE, 0.0, "torque at maximum continuous rating, N m") \
-  VALUE(X, double, POWER, 0.0, "power in the load case, W")                    \
-  VALUE(X, double, SPEED, 0.0, "speed in the load case, rpm")                  \
-  VALUE(X, double, TORQUE, 0.0, "torque in the load case, N m")
+#define GASTURBINE_FIELDS(VALUE, ARRAY, LIST, X)                            \
+  VALUE(X, std::int32_t, GASTURBINENODE, 0, "id of the inertia it sits on") \
+  VERENWICK_MACHINE_FIELDS(VALUE, X)
 // clang-format on
 
 VERENWICK_TABLE(GASTURBINE, GASTURBINE_FIELDS)

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ComponentTables/ComponentTable.h"
+#include "ComponentTables/FieldGroups.h"
 
 /// Geislinger couplings: stiffness and damping over the excitation frequency on one shaft.
 namespace verenwick {
@@ -20,13 +20,8 @@ enum GeislingerDesign : std::int32_t { multiSpring = 1, dualSpring = 2 };
   VALUE(X, double, STATICSTIFFNESS, 0.0, "static stiffness, N m/rad")                         \
   VALUE(X, double, CHARACTERISTICFREQUENCY, 0.0, "characteristic frequency as read")          \
   VALUE(X, double, OILVISCOSITY, 0.0, "oil viscosity as read")                                \
-  VALUE(X, double, RPMRATIO, 1.0, "speed relative to the reference speed")                    \
-  VALUE(X, double, POWER, 0.0, "power in the load case, W")                                   \
-  VALUE(X, double, SPEED, 0.0, "speed in the load case, rpm")                                 \
-  VALUE(X, double, SPEEDEXCITATION, 0.0, "speed of the excitation in progress, rpm")          \
-  VALUE(X, double, TORQUE, 0.0, "torque in the load case, N m")                               \
-  VALUE(X, double, STIFFNESS, 0.0, "stiffness in the load case, N m/rad")                     \
-  VALUE(X, double, DAMPING, 0.0, "damping in the load case, N m s/rad")
+  VERENWICK_ELASTIC_FIELDS(VALUE, X)                                                          \
+  VALUE(X, double, SPEEDEXCITATION, 0.0, "speed of the excitation in progress, rpm")
 // clang-format on
 
 VERENWICK_TABLE(GEISLINGERCOUPLING, GEISLINGERCOUPLING_FIELDS)

@@ -1,21 +1,16 @@
 #pragma once
 
-#include "ComponentTables/ComponentTable.h"
+#include "ComponentTables/FieldGroups.h"
 
 /// Linear couplings: constant stiffness on one shaft.
 namespace verenwick {
 
 // clang-format off
-#define LINEARCOUPLING_FIELDS(VALUE, ARRAY, LIST, X)                       \
-  VALUE(X, std::int32_t, SHAFTNODE, 0, "id of the shaft that carries it")  \
-  VALUE(X, double, NOMINALTORQUE, 0.0, "nominal torque, N m")              \
-  VALUE(X, double, NOMINALSTIFFNESS, 0.0, "stiffness, N m/rad")            \
-  VALUE(X, double, RPMRATIO, 1.0, "speed relative to the reference speed") \
-  VALUE(X, double, POWER, 0.0, "power in the load case, W")                \
-  VALUE(X, double, SPEED, 0.0, "speed in the load case, rpm")              \
-  VALUE(X, double, TORQUE, 0.0, "torque in the load case, N m")            \
-  VALUE(X, double, STIFFNESS, 0.0, "stiffness in the load case, N m/rad")  \
-  VALUE(X, double, DAMPING, 0.0, "damping in the load case, N m s/rad")
+#define LINEARCOUPLING_FIELDS(VALUE, ARRAY, LIST, X)                      \
+  VALUE(X, std::int32_t, SHAFTNODE, 0, "id of the shaft that carries it") \
+  VALUE(X, double, NOMINALTORQUE, 0.0, "nominal torque, N m")             \
+  VALUE(X, double, NOMINALSTIFFNESS, 0.0, "stiffness, N m/rad")           \
+  VERENWICK_ELASTIC_FIELDS(VALUE, X)
 // clang-format on
 
 VERENWICK_TABLE(LINEARCOUPLING, LINEARCOUPLING_FIELDS)

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ComponentTables/ComponentTable.h"
+#include "ComponentTables/FieldGroups.h"
 
 /// Progressive couplings: stiffness over the mean torque on one shaft.
 namespace verenwick {
@@ -10,12 +10,7 @@ namespace verenwick {
   VALUE(X, std::int32_t, SHAFTNODE, 0, "id of the shaft that carries it")    \
   ARRAY(X, double, NOMINALTORQUE, 5, "torque of each point, ascending, N m") \
   ARRAY(X, double, NOMINALSTIFFNESS, 5, "stiffness at each torque, N m/rad") \
-  VALUE(X, double, RPMRATIO, 1.0, "speed relative to the reference speed")   \
-  VALUE(X, double, POWER, 0.0, "power in the load case, W")                  \
-  VALUE(X, double, SPEED, 0.0, "speed in the load case, rpm")                \
-  VALUE(X, double, TORQUE, 0.0, "torque in the load case, N m")              \
-  VALUE(X, double, STIFFNESS, 0.0, "stiffness in the load case, N m/rad")    \
-  VALUE(X, double, DAMPING, 0.0, "damping in the load case, N m s/rad")
+  VERENWICK_ELASTIC_FIELDS(VALUE, X)
 // clang-format on
 
 VERENWICK_TABLE(PROGRESSIVECOUPLING, PROGRESSIVECOUPLING_FIELDS)

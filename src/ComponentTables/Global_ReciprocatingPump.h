@@ -3,8 +3,8 @@
 #include <complex>
 #include <string>
 
-#include "ComponentTables/ComponentTable.h"
 #include "ComponentTables/CrankMachine.h"
+#include "ComponentTables/FieldGroups.h"
 #include "ComponentTables/TorqueOrders.h"
 #include "Excitation/HarmonicData.h"
 
@@ -20,20 +20,14 @@ struct PumpCylinderGas {
 // clang-format off
 #define RECIPROCATINGPUMP_FIELDS(VALUE, ARRAY, LIST, X)                                                        \
   VALUE(X, std::string, NAME, {}, "pump name, at most 20 characters")                                          \
-  VALUE(X, double, RPMRATIO, 1.0, "speed relative to the reference speed")                                     \
-  VALUE(X, double, MCRPOWER, 0.0, "power at maximum continuous rating, W")                                     \
-  VALUE(X, double, MCRSPEED, 0.0, "speed at maximum continuous rating, rpm")                                   \
-  VALUE(X, double, MCRTORQUE, 0.0, "torque at maximum continuous rating, N m")                                 \
+  VERENWICK_MACHINE_FIELDS(VALUE, X)                                                                           \
   VALUE(X, bool, ISDOUBLEACTING, false, "both sides of the piston work")                                       \
   VALUE(X, bool, ISOPPOSITE, false, "each row has an opposite cylinder")                                       \
   VALUE(X, double, VANGLE, 0.0, "angle between the cylinders of a row, degrees")                               \
   VALUE(X, std::int32_t, NLOADCASE, 0, "number of load cases")                                                 \
   VALUE(X, std::int32_t, ILOADCASE, 0, "current load case")                                                    \
-  VALUE(X, double, POWER, 0.0, "power in the load case, W")                                                    \
   VALUE(X, double, POWERPERCYL, 0.0, "power per cylinder in the load case, W")                                 \
-  VALUE(X, double, SPEED, 0.0, "speed in the load case, rpm")                                                  \
   VALUE(X, double, SPEEDPERCENTAGE, 0.0, "SPEED over MCRSPEED, fraction")                                      \
-  VALUE(X, double, TORQUE, 0.0, "torque in the load case, N m")                                                \
   VALUE(X, double, LOADPERCENTAGE, 0.0, "TORQUE over MCRTORQUE, fraction")                                     \
   ARRAY(X, double, CYLPOWERA, kMaxCylinders, "power of each cylinder, W")                                      \
   ARRAY(X, double, CYLPOWERB, kMaxCylinders, "power of each opposite cylinder, W")                             \

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "ComponentTables/ComponentTable.h"
+#include "ComponentTables/FieldGroups.h"
 #include "RunControl/Constants.h"
 
 /// Viscous dampers: a ring that a casing drags along.
@@ -17,12 +17,7 @@ constexpr double kNearlyFreeLink = single(1e-6F);
   VALUE(X, std::int32_t, CASINGNODE, 0, "id of the casing inertia")                \
   VALUE(X, std::int32_t, RINGNODE, 0, "id of the ring inertia")                    \
   VALUE(X, double, ABSDAMPING, 0.0, "fixed damping, N m s/rad")                    \
-  VALUE(X, double, RPMRATIO, 1.0, "speed relative to the reference speed")         \
-  VALUE(X, double, POWER, 0.0, "power in the load case, W")                        \
-  VALUE(X, double, SPEED, 0.0, "speed in the load case, rpm")                      \
-  VALUE(X, double, TORQUE, 0.0, "torque in the load case, N m")                    \
-  VALUE(X, double, STIFFNESS, 0.0, "stiffness in the load case, N m/rad")          \
-  VALUE(X, double, DAMPING, 0.0, "damping in the load case, N m s/rad")            \
+  VERENWICK_ELASTIC_FIELDS(VALUE, X)                                               \
   VALUE(X, bool, ISCUSTOMDAMPING, false, "damping from the table over frequency")  \
   VALUE(X, bool, ISCUSTOMSTIFFNESS, false, "stiffness from the table as well")     \
   LIST(X, double, FREQUENCIES, "frequency of each row, ascending, Hz")             \
