@@ -86,8 +86,8 @@ void Synthesis(benchmark::State& state) {
   std::vector<double> amplitudes(static_cast<std::size_t>(plant::kInertias));
   Waveforms waveforms;
   while (state.KeepRunning()) {
-    SINGLELOADCASESYNTHESIS(results, Quantity::deflection, &phases, false, amplitudes, waveforms,
-                            false, false);
+    SINGLELOADCASESYNTHESIS(results, Quantity::deflection, &phases, PropellerPhase::unknown,
+                            amplitudes, waveforms, false);
     benchmark::DoNotOptimize(amplitudes.data());
   }
 }
@@ -103,8 +103,8 @@ void SynthesisPlain(benchmark::State& state) {
   const PhaseTable phases(results, kBase);
   std::vector<double> fast(amplitudes.size());
   Waveforms waveforms;
-  SINGLELOADCASESYNTHESIS(results, Quantity::deflection, &phases, false, fast, waveforms, false,
-                          false);
+  SINGLELOADCASESYNTHESIS(results, Quantity::deflection, &phases, PropellerPhase::unknown, fast,
+                          waveforms, false);
   if (fast != amplitudes) {
     state.SkipWithError("the two forms differ");
   }

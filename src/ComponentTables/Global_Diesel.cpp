@@ -10,16 +10,15 @@ bool isFiring(std::int32_t status) { return status == normalFiring || status == 
 /// Calls visit(status, percent) for every cylinder, bank by bank.
 template <class Visit>
 void forEachCylinder(const DIESEL_TABLE& table, std::int32_t iDiesel, Visit visit) {
-  for (std::int32_t row = 1; row <= GET_DIESEL_NCYLINDER(table, iDiesel); ++row) {
-    visit(GET_DIESEL_FIRINGSTATUSA(table, iDiesel, row),
-          GET_DIESEL_FIRINGPERCENTA(table, iDiesel, row));
+  const DIESEL_RECORD& diesel = table.at(iDiesel);
+  for (std::int32_t row = 1; row <= diesel.NCYLINDER; ++row) {
+    visit(diesel.FIRINGSTATUSA[index(row)], diesel.FIRINGPERCENTA[index(row)]);
   }
-  if (!GET_DIESEL_ISVENGINE(table, iDiesel)) {
+  if (!diesel.ISVENGINE) {
     return;
   }
-  for (std::int32_t row = 1; row <= GET_DIESEL_NCYLINDER(table, iDiesel); ++row) {
-    visit(GET_DIESEL_FIRINGSTATUSB(table, iDiesel, row),
-          GET_DIESEL_FIRINGPERCENTB(table, iDiesel, row));
+  for (std::int32_t row = 1; row <= diesel.NCYLINDER; ++row) {
+    visit(diesel.FIRINGSTATUSB[index(row)], diesel.FIRINGPERCENTB[index(row)]);
   }
 }
 
@@ -37,8 +36,9 @@ std::int32_t GET_DIESEL_IDIESEL_BASEDON_CYLINDERINDEX(const DIESEL_TABLE& table,
 
 std::int32_t GET_DIESEL_ICYLINDER(const DIESEL_TABLE& table, std::int32_t iDiesel,
                                   std::int32_t inertiaId) {
-  for (std::int32_t row = 1; row <= GET_DIESEL_NCYLINDER(table, iDiesel); ++row) {
-    if (GET_DIESEL_CYLINDERS(table, iDiesel, row) == inertiaId) {
+  const DIESEL_RECORD& diesel = table.at(iDiesel);
+  for (std::int32_t row = 1; row <= diesel.NCYLINDER; ++row) {
+    if (diesel.CYLINDERS[index(row)] == inertiaId) {
       return row;
     }
   }
@@ -74,14 +74,15 @@ double GET_DIESEL_POWERCYLPERCENTINCREASED(const DIESEL_TABLE& table, std::int32
 
 double atFiringStatus(const DIESEL_TABLE& table, std::int32_t iDiesel, std::int32_t iCylinder,
                       bool isBankA, double value) {
-  if (!GET_DIESEL_HASPARTIALFIRING(table, iDiesel)) {
+  const DIESEL_RECORD& diesel = table.at(iDiesel);
+  if (!diesel.HASPARTIALFIRING) {
     return value;
   }
-  if (iCylinder == 0 || GET_DIESEL_FIRINGSTATUSA(table, iDiesel, iCylinder) != partialFiring) {
+  if (iCylinder == 0 || diesel.FIRINGSTATUSA[index(iCylinder)] != partialFiring) {
     return value * GET_DIESEL_POWERCYLPERCENTINCREASED(table, iDiesel);
   }
-  const double percent = isBankA ? GET_DIESEL_FIRINGPERCENTA(table, iDiesel, iCylinder)
-                                 : GET_DIESEL_FIRINGPERCENTB(table, iDiesel, iCylinder);
+  const double percent =
+      (isBankA ? diesel.FIRINGPERCENTA : diesel.FIRINGPERCENTB)[index(iCylinder)];
   return value * percent / 100.0;
 }
 

@@ -188,9 +188,10 @@ void CALCULATE_DIESEL_FOURIERCOEFFICIENTS(DIESEL_TABLE& table, std::int32_t iDie
   const Cycle cycle(table);
   CurveMemory memory;
   storeMass(table.at(iDiesel), cycle);
-  for (std::int32_t row = 1; row <= GET_DIESEL_NCYLINDER(table, iDiesel); ++row) {
+  const DIESEL_RECORD& diesel = table.at(iDiesel);
+  for (std::int32_t row = 1; row <= diesel.NCYLINDER; ++row) {
     storeGas(table, iDiesel, genset, row, true, cycle, memory);
-    if (GET_DIESEL_ISVENGINE(table, iDiesel)) {
+    if (diesel.ISVENGINE) {
       storeGas(table, iDiesel, genset, row, false, cycle, memory);
     }
   }
@@ -206,18 +207,16 @@ std::vector<std::complex<double>> CALCULATE_DIESEL_CYLFOURIERCOEFFICIENTS(const 
   const auto stored = index(iCylinder);
   const CylinderGas& row =
       stored < diesel.GASFCPERCYLINDER.size() ? diesel.GASFCPERCYLINDER[stored] : none;
-  BankShare total = bankShare(diesel, GET_DIESEL_FIRINGSTATUSA(table, iDiesel, iCylinder),
-                              row.NORMALGASFCBANKBANKA, row.MISFIRINGGASFCBANKBANKA, nOrders);
+  BankShare total = bankShare(diesel, diesel.FIRINGSTATUSA[stored], row.NORMALGASFCBANKBANKA,
+                              row.MISFIRINGGASFCBANKBANKA, nOrders);
   if (diesel.ISVENGINE) {
-    BankShare bankB = bankShare(diesel, GET_DIESEL_FIRINGSTATUSB(table, iDiesel, iCylinder),
-                                row.NORMALGASFCBANKB, row.MISFIRINGGASFCBANKB, nOrders);
+    BankShare bankB = bankShare(diesel, diesel.FIRINGSTATUSB[stored], row.NORMALGASFCBANKB,
+                                row.MISFIRINGGASFCBANKB, nOrders);
     // The mass of bank B follows the bank angle, its gas the firing angles: where the banks don't
     // fire consecutively the two differ by a revolution.
     const double period = nOrders == results::kWholeOrders ? 360.0 : 720.0;
-    const double shiftGas = ((GET_DIESEL_FIRINGANGLEB(table, iDiesel, iCylinder) -
-                              GET_DIESEL_FIRINGANGLEA(table, iDiesel, iCylinder)) /
-                             kPi) *
-                            180.0;
+    const double shiftGas =
+        ((diesel.FIRINGANGLEB[stored] - diesel.FIRINGANGLEA[stored]) / kPi) * 180.0;
     FOURIERCOEFFICIENTTRANSFORM(bankB.mass, bankB.mass, diesel.VANGLE, period, 0);
     FOURIERCOEFFICIENTTRANSFORM(bankB.gas, bankB.gas, shiftGas, period, 0);
     addTo(total.mass, bankB.mass);

@@ -12,10 +12,13 @@ namespace {
 /// A power law of the speed that the order makes of the engine's, for an engine that has one.
 double formulaDamping(const DIESEL_TABLE& table, std::int32_t iDiesel, double speedFactor,
                       double DIESEL_RECORD::*coefficient, double DIESEL_RECORD::*exponent) {
-  if (iDiesel < 1 || !GET_DIESEL_ISFORMULADAMPING(table, iDiesel)) {
+  if (iDiesel < 1) {
     return 0.0;
   }
   const DIESEL_RECORD& diesel = table.at(iDiesel);
+  if (!diesel.ISFORMULADAMPING) {
+    return 0.0;
+  }
   return diesel.*coefficient * std::pow(speedFactor * diesel.SPEED, diesel.*exponent);
 }
 

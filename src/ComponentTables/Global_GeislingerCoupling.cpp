@@ -100,10 +100,9 @@ double CALCULATE_GEISLINGERCOUPLING_DAMPING(const GEISLINGERCOUPLING_TABLE& tabl
 
 void CALCULATE_GEISLINGERCOUPLING_LOADCASESETTING(GEISLINGERCOUPLING_TABLE& table, std::int32_t row,
                                                   double g, double q) {
-  SET_GEISLINGERCOUPLING_STIFFNESS(table, row,
-                                   CALCULATE_GEISLINGERCOUPLING_STIFFNESSDYNAMIC(table, row, q));
-  SET_GEISLINGERCOUPLING_DAMPING(table, row,
-                                 CALCULATE_GEISLINGERCOUPLING_DAMPING(table, row, g, q));
+  GEISLINGERCOUPLING_RECORD& coupling = table.at(row);
+  coupling.STIFFNESS = CALCULATE_GEISLINGERCOUPLING_STIFFNESSDYNAMIC(table, row, q);
+  coupling.DAMPING = CALCULATE_GEISLINGERCOUPLING_DAMPING(table, row, g, q);
 }
 
 }  // namespace verenwick

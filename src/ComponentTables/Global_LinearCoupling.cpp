@@ -22,8 +22,9 @@ double CALCULATE_LINEARCOUPLING_DAMPING(const LINEARCOUPLING_TABLE& table, std::
 
 void CALCULATE_LINEARCOUPLING_LOADCASESETTING(LINEARCOUPLING_TABLE& table, std::int32_t row,
                                               double g) {
-  SET_LINEARCOUPLING_STIFFNESS(table, row, GET_LINEARCOUPLING_STIFFNESSDYNAMIC(table, row));
-  SET_LINEARCOUPLING_DAMPING(table, row, CALCULATE_LINEARCOUPLING_DAMPING(table, row, g, 1.0));
+  LINEARCOUPLING_RECORD& coupling = table.at(row);
+  coupling.STIFFNESS = GET_LINEARCOUPLING_STIFFNESSDYNAMIC(table, row);
+  coupling.DAMPING = CALCULATE_LINEARCOUPLING_DAMPING(table, row, g, 1.0);
 }
 
 }  // namespace verenwick

@@ -23,18 +23,16 @@ double CALCULATE_PROGRESSIVECOUPLING_DAMPING(const PROGRESSIVECOUPLING_TABLE& ta
   if (g == 0.0) {
     return 0.0;
   }
-  const double stiffness = GET_PROGRESSIVECOUPLING_STIFFNESSDYNAMIC(
-      table, row, GET_PROGRESSIVECOUPLING_TORQUE(table, row));
-  return stiffness / (g * angularSpeed(GET_PROGRESSIVECOUPLING_SPEED(table, row)) * q);
+  const PROGRESSIVECOUPLING_RECORD& coupling = table.at(row);
+  const double stiffness = GET_PROGRESSIVECOUPLING_STIFFNESSDYNAMIC(table, row, coupling.TORQUE);
+  return stiffness / (g * angularSpeed(coupling.SPEED) * q);
 }
 
 void CALCULATE_PROGRESSIVECOUPLING_LOADCASESETTING(PROGRESSIVECOUPLING_TABLE& table,
                                                    std::int32_t row, double g) {
-  SET_PROGRESSIVECOUPLING_STIFFNESS(table, row,
-                                    GET_PROGRESSIVECOUPLING_STIFFNESSDYNAMIC(
-                                        table, row, GET_PROGRESSIVECOUPLING_TORQUE(table, row)));
-  SET_PROGRESSIVECOUPLING_DAMPING(table, row,
-                                  CALCULATE_PROGRESSIVECOUPLING_DAMPING(table, row, g, 1.0));
+  PROGRESSIVECOUPLING_RECORD& coupling = table.at(row);
+  coupling.STIFFNESS = GET_PROGRESSIVECOUPLING_STIFFNESSDYNAMIC(table, row, coupling.TORQUE);
+  coupling.DAMPING = CALCULATE_PROGRESSIVECOUPLING_DAMPING(table, row, g, 1.0);
 }
 
 }  // namespace verenwick

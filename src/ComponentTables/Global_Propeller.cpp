@@ -68,10 +68,10 @@ class IceTable {
 
 }  // namespace
 
-void CALCULATE_PROPELLER_INERTIATOTAL(bool IsFreeVibration, PROPELLER_TABLE& table,
-                                      std::int32_t row, std::int32_t loadCase) {
+void CALCULATE_PROPELLER_INERTIATOTAL(Vibration vibration, PROPELLER_TABLE& table, std::int32_t row,
+                                      std::int32_t loadCase) {
   PROPELLER_RECORD& propeller = table.at(row);
-  const bool isPlain = !propeller.ISVARIABLEENTRAINEDWATER || IsFreeVibration;
+  const bool isPlain = !propeller.ISVARIABLEENTRAINEDWATER || vibration == Vibration::free;
   const double water = isPlain ? propeller.INERTIAWATER
                                : CALCULATE_PROPELLER_CURRENTINERTIAWATER(table, row, loadCase);
   propeller.INERTIATOTAL = propeller.INERTIAAIR + water;
@@ -186,6 +186,10 @@ std::int32_t GET_PROPELLERICEHARMONICORDERNUMBER(const PROPELLER_TABLE& table) {
   const std::int32_t first = firstPosition(
       table, [&](std::int32_t p) { return GET_PROPELLER_HASICEEXCITATION(table, p); });
   return first > 0 ? GET_PROPELLER_NICEFOURIERORDERS(table, first) - 1 : 0;
+}
+
+bool hasIceExcitation(const PROPELLER_TABLE& table) {
+  return GET_PROPELLERICEHARMONICORDERNUMBER(table) > 0;
 }
 
 bool GET_PROPELLER_ISMODELCONSIDERPHASEANGLE(const PROPELLER_TABLE& table) {

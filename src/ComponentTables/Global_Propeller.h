@@ -3,7 +3,8 @@
 #include <complex>
 #include <string>
 
-#include "ComponentTables/ComponentTable.h"
+#include "ComponentTables/FieldGroups.h"
+#include "RunControl/CalculationMode.h"
 
 /// Propellers.
 namespace verenwick {
@@ -11,13 +12,7 @@ namespace verenwick {
 // clang-format off
 #define PROPELLER_FIELDS(VALUE, ARRAY, LIST, X)                                                                   \
   VALUE(X, std::int32_t, PROPELLERNODE, 0, "id of the inertia it sits on")                                        \
-  VALUE(X, double, RPMRATIO, 1.0, "speed relative to the reference speed")                                        \
-  VALUE(X, double, MCRPOWER, 0.0, "power at maximum continuous rating, W")                                        \
-  VALUE(X, double, MCRSPEED, 0.0, "speed at maximum continuous rating, rpm")                                      \
-  VALUE(X, double, MCRTORQUE, 0.0, "torque at maximum continuous rating, N m")                                    \
-  VALUE(X, double, POWER, 0.0, "power in the load case, W")                                                       \
-  VALUE(X, double, SPEED, 0.0, "speed in the load case, rpm")                                                     \
-  VALUE(X, double, TORQUE, 0.0, "torque in the load case, N m")                                                   \
+  VERENWICK_MACHINE_FIELDS(VALUE, X)                                                                              \
   VALUE(X, double, BLADEFREQUENCY, 0.0, "SPEED times NBLADE, 1/min")                                              \
   VALUE(X, double, DAMPING, 0.0, "damping for reports, N m s/rad")                                                \
   VALUE(X, double, TORQUEAMP1, 0.0, "excitation torque at blade order, N m")                                      \
@@ -74,8 +69,8 @@ enum class PropellerDamping : std::int32_t {
 
 /// Sets INERTIATOTAL: the inertia in air and that of the entrained water, which in the forced
 /// problem may go with the load case.
-void CALCULATE_PROPELLER_INERTIATOTAL(bool IsFreeVibration, PROPELLER_TABLE& table,
-                                      std::int32_t row, std::int32_t loadCase);
+void CALCULATE_PROPELLER_INERTIATOTAL(Vibration vibration, PROPELLER_TABLE& table, std::int32_t row,
+                                      std::int32_t loadCase);
 
 /// Entrained water of a load case by the row's table, kg m2. A load case beyond NLOADCASE takes
 /// INERTIAWATER, and a line goes to the log.
@@ -110,6 +105,9 @@ std::int32_t GET_PROPELLER_NICEFOURIERORDERS(const PROPELLER_TABLE& table, std::
 
 /// Number of ice harmonics of the model, those of the first propeller in ice; 0 without one.
 std::int32_t GET_PROPELLERICEHARMONICORDERNUMBER(const PROPELLER_TABLE& table);
+
+/// Whether the model has ice excitation at all.
+bool hasIceExcitation(const PROPELLER_TABLE& table);
 
 /// Whether any propeller wants its phase considered; ice excitation in the model forbids it.
 bool GET_PROPELLER_ISMODELCONSIDERPHASEANGLE(const PROPELLER_TABLE& table);

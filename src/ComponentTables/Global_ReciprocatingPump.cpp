@@ -29,8 +29,9 @@ std::vector<double> GET_RECIPROCATINGPUMP_HARMONICORDER(const RECIPROCATINGPUMP_
 
 std::int32_t GET_RECIPROCATINGPUMP_ICYLINDER(const RECIPROCATINGPUMP_TABLE& table,
                                              std::int32_t iPump, std::int32_t inertiaId) {
-  for (std::int32_t row = 1; row <= GET_RECIPROCATINGPUMP_NCYLINDER(table, iPump); ++row) {
-    if (GET_RECIPROCATINGPUMP_CYLINDERS(table, iPump, row) == inertiaId) {
+  const RECIPROCATINGPUMP_RECORD& pump = table.at(iPump);
+  for (std::int32_t row = 1; row <= pump.NCYLINDER; ++row) {
+    if (pump.CYLINDERS[index(row)] == inertiaId) {
       return row;
     }
   }

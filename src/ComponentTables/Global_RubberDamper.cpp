@@ -21,8 +21,9 @@ double CALCULATE_RUBBERDAMPER_DAMPING(const RUBBERDAMPER_TABLE& table, std::int3
 
 void CALCULATE_RUBBERDAMPER_LOADCASESETTING(RUBBERDAMPER_TABLE& table, std::int32_t row,
                                             double stiffness, double g, double q) {
-  SET_RUBBERDAMPER_STIFFNESS(table, row, stiffness);
-  SET_RUBBERDAMPER_DAMPING(table, row, CALCULATE_RUBBERDAMPER_DAMPING(table, row, g, q));
+  RUBBERDAMPER_RECORD& damper = table.at(row);
+  damper.STIFFNESS = stiffness;
+  damper.DAMPING = CALCULATE_RUBBERDAMPER_DAMPING(table, row, g, q);
 }
 
 }  // namespace verenwick

@@ -4,8 +4,9 @@ namespace verenwick {
 
 void CALCULATE_STEELSPRINGDAMPER_LOADCASESETTING(STEELSPRINGDAMPER_TABLE& table, std::int32_t row,
                                                  double stiffness) {
-  SET_STEELSPRINGDAMPER_STIFFNESS(table, row, stiffness);
-  SET_STEELSPRINGDAMPER_DAMPING(table, row, GET_STEELSPRINGDAMPER_ABSDAMPING(table, row));
+  STEELSPRINGDAMPER_RECORD& damper = table.at(row);
+  damper.STIFFNESS = stiffness;
+  damper.DAMPING = damper.ABSDAMPING;
 }
 
 }  // namespace verenwick

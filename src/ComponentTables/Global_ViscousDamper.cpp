@@ -116,8 +116,9 @@ double CALCULATE_VISCOUSDAMPER_CUSTOMSTIFFNESS(const VISCOUSDAMPER_TABLE& table,
 
 void CALCULATE_VISCOUSDAMPER_LOADCASESETTING(VISCOUSDAMPER_TABLE& table, std::int32_t row,
                                              double stiffness) {
-  SET_VISCOUSDAMPER_STIFFNESS(table, row, stiffness);
-  SET_VISCOUSDAMPER_DAMPING(table, row, GET_VISCOUSDAMPER_ABSDAMPING(table, row));
+  VISCOUSDAMPER_RECORD& damper = table.at(row);
+  damper.STIFFNESS = stiffness;
+  damper.DAMPING = damper.ABSDAMPING;
 }
 
 }  // namespace verenwick

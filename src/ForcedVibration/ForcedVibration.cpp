@@ -43,15 +43,16 @@ constexpr std::array<const ResultFile*, results::kQuantities> kIceSynthesisFiles
 struct ForcedModel {
   explicit ForcedModel(const ModelBundle& model)
       : points{model.mass.number(), model.shaft.number()},
-        considerPhase(GET_PROPELLER_ISMODELCONSIDERPHASEANGLE(model.propeller)),
-        hasDiesel(model.diesel.number() > 0) {
+        propellerPhase(GET_PROPELLER_ISMODELCONSIDERPHASEANGLE(model.propeller)
+                           ? PropellerPhase::known
+                           : PropellerPhase::unknown) {
     conditions.hasCouplingOrDamper =
         model.steelSpringDamper.number() + model.viscousDamper.number() +
             model.rubberDamper.number() + model.geislingerCoupling.number() +
             model.linearCoupling.number() + model.progressiveCoupling.number() >
         0;
     conditions.hasIce = hasIceExcitation(model.propeller);
-    conditions.isAngleBased = GET_OUTPUTANGLEBASEDRESULTS() && hasDiesel;
+    conditions.isAngleBased = GET_OUTPUTANGLEBASEDRESULTS() && model.diesel.number() > 0;
     if (points.inertias < 1 || points.inertias > kLargestOrder) {
       throw RunStopped("** The forced vibration calculation takes 1 to " +
                        std::to_string(kLargestOrder) + " inertias, not " +
@@ -61,8 +62,7 @@ struct ForcedModel {
 
   PointCounts points;
   ResultConditions conditions;
-  bool considerPhase;
-  bool hasDiesel;
+  PropellerPhase propellerPhase;
 };
 
 /// Empty results of all families; throws RunStopped where their arrays would not find room.
@@ -123,13 +123,14 @@ void synthesise(const ForcedModel& forced, std::int32_t loadCase, const LoadCase
     const bool isDampingTorque = quantity == Quantity::dampingTorque;
     Waveforms& waveforms = isTorque ? torque : isDampingTorque ? dampingTorque : other;
     synthesis.resize(asSize(forced.points.of(quantity)));
-    SINGLELOADCASESYNTHESIS(results, quantity, phases ? &*phases : nullptr, forced.considerPhase,
-                            synthesis, waveforms, isTorque || isDampingTorque, forced.hasDiesel);
+    const bool keepWaveforms = isTorque || isDampingTorque || forced.conditions.isAngleBased;
+    SINGLELOADCASESYNTHESIS(results, quantity, phases ? &*phases : nullptr, forced.propellerPhase,
+                            synthesis, waveforms, keepWaveforms);
     files.writePoints(loadCase, *kSynthesisFiles[asSize(q)], synthesis);
     files.writeWaveforms(loadCase, quantity, forced.points.of(quantity), waveforms);
   }
   if (forced.conditions.hasCouplingOrDamper) {
-    CALCULATERESULTANTTORQUE(forced.considerPhase, synthesis, torque, dampingTorque);
+    CALCULATERESULTANTTORQUE(forced.propellerPhase, synthesis, torque, dampingTorque);
     files.writePoints(loadCase, resultFile("ResultantTorque.bin"), synthesis);
   }
 }

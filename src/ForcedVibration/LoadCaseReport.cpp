@@ -121,8 +121,8 @@ std::string progressiveCouplingRow(ModelBundle& model, std::int32_t position) {
 }
 
 std::string geislingerCouplingRow(ModelBundle& model, std::int32_t position) {
-  const GEISLINGERCOUPLING_RECORD& coupling = model.geislingerCoupling.at(position);
-  SET_GEISLINGERCOUPLING_SPEEDEXCITATION(model.geislingerCoupling, position, coupling.SPEED);
+  GEISLINGERCOUPLING_RECORD& coupling = model.geislingerCoupling.at(position);
+  coupling.SPEEDEXCITATION = coupling.SPEED;
   CALCULATE_GEISLINGERCOUPLING_LOADCASESETTING(model.geislingerCoupling, position,
                                                shaftOf(model, coupling.SHAFTNODE).magnifier,
                                                kShaftOrder);

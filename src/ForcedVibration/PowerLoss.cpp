@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <cmath>
 
-#include "ForcedVibration/ShaftResults.h"
-#include "Matrices/RowComponents.h"
+#include "Matrices/ShaftAtOrder.h"
 #include "RunControl/Constants.h"
+#include "ShaftLineGraph/GraphTheory.h"
 
 namespace verenwick {
 namespace {
@@ -26,48 +26,39 @@ std::vector<double> multiples(std::int32_t count, double step) {
 }
 
 /// The orders of a machine up to its order count, at most to the first that is 0.
-template <class Get>
-std::vector<double> machineOrders(std::int32_t count, Get get) {
-  constexpr auto kMost = static_cast<std::int32_t>(kTorqueOrders);
-  std::vector<double> orders;
-  for (std::int32_t k = 1; k <= std::min(count, kMost) && get(k) != 0.0; ++k) {
-    orders.push_back(get(k));
-  }
-  return orders;
+std::vector<double> machineOrders(std::int32_t count,
+                                  const std::array<double, kTorqueOrders>& slots) {
+  const auto used = slots.begin() + std::clamp(count, 0, static_cast<std::int32_t>(kTorqueOrders));
+  return {slots.begin(), std::find(slots.begin(), used, 0.0)};
 }
 
+/// A family is taken by the record of its first source.
 LossOrders lossOrders(const ModelBundle& model, Family family, std::int32_t count) {
   constexpr std::int32_t kFirst = 1;
   switch (family) {
     case Family::diesel:
       return {GET_DIESEL_SPEED(model.diesel, kFirst), multiples(count, results::orderStep(count))};
-    case Family::propeller:
-      return {GET_PROPELLER_SPEED(model.propeller, kFirst),
-              multiples(count, count == 2 ? GET_PROPELLER_NBLADE(model.propeller, kFirst) : 1.0)};
-    case Family::generator:
-      return {GET_GENERATOR_SPEED(model.generator, kFirst),
-              machineOrders(GET_GENERATOR_GENERATORORDERNUMBER(model.generator, kFirst),
-                            [&](std::int32_t k) {
-                              return GET_GENERATOR_GENERATORORDER(model.generator, kFirst, k);
-                            })};
-    case Family::centrifugalPump:
-      return {GET_CENTRIFUGALPUMP_SPEED(model.centrifugalPump, kFirst),
-              machineOrders(
-                  GET_CENTRIFUGALPUMP_CENTRIFUGALPUMPORDERNUMBER(model.centrifugalPump, kFirst),
-                  [&](std::int32_t k) {
-                    return GET_CENTRIFUGALPUMP_CENTRIFUGALPUMPORDER(model.centrifugalPump, kFirst,
-                                                                    k);
-                  })};
+    case Family::propeller: {
+      const PROPELLER_RECORD& propeller = model.propeller.at(kFirst);
+      return {propeller.SPEED, multiples(count, count == 2 ? propeller.NBLADE : 1.0)};
+    }
+    case Family::generator: {
+      const GENERATOR_RECORD& generator = model.generator.at(kFirst);
+      return {generator.SPEED,
+              machineOrders(generator.GENERATORORDERNUMBER, generator.GENERATORORDER)};
+    }
+    case Family::centrifugalPump: {
+      const CENTRIFUGALPUMP_RECORD& pump = model.centrifugalPump.at(kFirst);
+      return {pump.SPEED,
+              machineOrders(pump.CENTRIFUGALPUMPORDERNUMBER, pump.CENTRIFUGALPUMPORDER)};
+    }
     case Family::reciprocatingPump:
       return {GET_RECIPROCATINGPUMP_SPEED(model.reciprocatingPump, kFirst), multiples(count, 1.0)};
     case Family::electricMotor:
       break;
   }
-  return {GET_ELECTRICMOTOR_SPEED(model.electricMotor, kFirst),
-          machineOrders(GET_ELECTRICMOTOR_MOTORORDERNUMBER(model.electricMotor, kFirst),
-                        [&](std::int32_t k) {
-                          return GET_ELECTRICMOTOR_MOTORORDER(model.electricMotor, kFirst, k);
-                        })};
+  const ELECTRICMOTOR_RECORD& motor = model.electricMotor.at(kFirst);
+  return {motor.SPEED, machineOrders(motor.MOTORORDERNUMBER, motor.MOTORORDER)};
 }
 
 /// A quantity of all sources of a family together.
@@ -107,62 +98,10 @@ struct LossFamily {
   FamilySum deflection;
 };
 
-/// Stiffness and damping of a shaft, some of which depend on the order.
-class LossyShaft {
- public:
-  double stiffness;  ///< N m/rad
-  double damping;    ///< N m s/rad
-  double magnifier;
-
-  LossyShaft(ModelBundle& model, std::int32_t s)
-      : stiffness(GET_SHAFT_STIFFNESSDYNAMIC(model.shaft, s)),
-        damping(GET_SHAFT_ABSDAMPING(model.shaft, s)),
-        magnifier(GET_SHAFT_DYNMAGNIFIER(model.shaft, s)),
-        model_(model),
-        geislinger_(geislingerCouplingOfShaft(model, s)),
-        diesel_(crankThrowFormulaEngine(model, s)),
-        viscous_(customViscousDamper(model, s)) {
-    if (geislinger_ > 0) {
-      damping = GET_GEISLINGERCOUPLING_DAMPING(model.geislingerCoupling, geislinger_);
-    } else if (diesel_ > 0) {
-      damping = GET_DIESEL_CRANKRELDAMPING(model.diesel, diesel_);
-    } else if (viscous_ > 0) {
-      damping = 1.0;
-    }
-  }
-
-  /// Takes stiffness and damping at an order of a source's speed.
-  void takeOrder(double speed, double order) {
-    if (geislinger_ > 0) {
-      SET_GEISLINGERCOUPLING_SPEEDEXCITATION(model_.geislingerCoupling, geislinger_, speed);
-      stiffness = CALCULATE_GEISLINGERCOUPLING_STIFFNESSDYNAMIC(model_.geislingerCoupling,
-                                                                geislinger_, order);
-      damping = CALCULATE_GEISLINGERCOUPLING_DAMPING(model_.geislingerCoupling, geislinger_,
-                                                     magnifier, order);
-    } else if (diesel_ > 0) {
-      damping = CALCULATE_DIESEL_DAMPING_CRANKTHROW(model_.diesel, diesel_, order);
-    } else if (viscous_ > 0) {
-      damping = CALCULATE_VISCOUSDAMPER_CUSTOMDAMPING(model_.viscousDamper, viscous_, order);
-    }
-  }
-
-  /// Damping in force, N m s/rad: that of the magnifier where there is no other.
-  double equivalentDamping(double circularSpeed, double order) const {
-    return damping > 0.0 ? damping : stiffness / (magnifier * circularSpeed * order);
-  }
-
- private:
-  ModelBundle& model_;
-  std::int32_t geislinger_;
-  std::int32_t diesel_;
-  std::int32_t viscous_;
-};
-
 /// Square of the twist amplitude of a shaft that is no damper, rad2: torque over stiffness.
-double squaredTwist(const LossyShaft& shaft, const LossFamily& family, std::size_t k,
-                    std::int32_t s) {
+double squaredTwist(double stiffness, const LossFamily& family, std::size_t k, std::int32_t s) {
   const double torque = family.torque.amplitude(k, s);
-  return torque * torque / (shaft.stiffness * shaft.stiffness);
+  return torque * torque / (stiffness * stiffness);
 }
 
 /// The same of the link of a damper, from the deflections at both ends.
@@ -177,17 +116,17 @@ double squaredTwist(const LossFamily& family, std::size_t k, const ShaftEnds& en
 }
 
 /// Loss of one family in a shaft, W.
-double lossOf(const ModelBundle& model, LossyShaft& shaft, const LossFamily& family, std::int32_t s,
-              bool isDamper) {
+double lossOf(ModelBundle& model, std::int32_t s, const ShaftAtOrder& shaft,
+              const LossFamily& family, bool isDamper) {
   const double circularSpeed = angularSpeed(family.at.speed);
+  setExcitationSpeed(model, family.at.speed);
   double loss = 0.0;
   for (std::size_t k = 0; k < family.at.orders.size(); ++k) {
     const double order = family.at.orders[k];
     const double w = order * circularSpeed;
-    shaft.takeOrder(family.at.speed, order);
-    const double twist =
-        isDamper ? squaredTwist(family, k, shaftEnds(model, s)) : squaredTwist(shaft, family, k, s);
-    loss += shaft.equivalentDamping(circularSpeed, order) * 0.5 * w * w * twist;
+    const double twist = isDamper ? squaredTwist(family, k, shaftEnds(model, s))
+                                  : squaredTwist(shaft.lossStiffness(order), family, k, s);
+    loss += shaft.lossDamping(circularSpeed, order) * 0.5 * w * w * twist;
   }
   return loss;
 }
@@ -207,14 +146,13 @@ void SINGLELOADCASESHAFTPOWERLOSS(ModelBundle& model, const LoadCaseResults& res
   for (std::int32_t s = 1; s <= model.shaft.number(); ++s) {
     double& loss = SHAFTPOWERLOSS[index(s)];
     loss = 0.0;
-    LossyShaft shaft(model, s);
-    if (shaft.damping == 0.0 && shaft.magnifier == 0.0) {
+    const ShaftAtOrder shaft(model, s);
+    if (shaft.isLossless()) {
       continue;
     }
-    const bool isDamper = GET_SHAFT_ISDAMPER(model.shaft, s, model.viscousDamper,
-                                             model.rubberDamper, model.steelSpringDamper);
+    const bool isDamper = shaft.dampingElement() == DampingElement::damper;
     for (const LossFamily& family : families) {
-      loss += lossOf(model, shaft, family, s, isDamper);
+      loss += lossOf(model, s, shaft, family, isDamper);
     }
   }
 }

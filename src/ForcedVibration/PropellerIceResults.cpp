@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "ForcedVibration/ShaftPower.h"
-#include "ForcedVibration/ShaftResults.h"
 
 namespace verenwick {
 namespace {

@@ -2,7 +2,6 @@
 
 #include <cmath>
 
-#include "ForcedVibration/ShaftResults.h"
 #include "RunControl/Constants.h"
 #include "ShaftLineGraph/BranchPower.h"
 #include "ShaftLineGraph/GraphTheory.h"

@@ -12,13 +12,6 @@ namespace verenwick {
 
 struct PropellerIce;
 
-/// Positions of the inertias at both ends of a shaft. Throws RunStopped if there is none.
-struct ShaftEnds {
-  std::int32_t org;
-  std::int32_t des;
-};
-ShaftEnds shaftEnds(const ModelBundle& model, std::int32_t shaft);
-
 /// Vibratory torque of every shaft, N m, from the deflections of one source, rad: stiffness times
 /// twist, the far end brought over to the speed of the near one.
 void SINGLELOADCASESHAFTTORQUE(const ModelBundle& model, std::span<const double> EXFO,

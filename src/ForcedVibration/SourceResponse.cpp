@@ -5,6 +5,7 @@
 
 #include "ComputationsSrc/ForcedDampedVibrationsFc.h"
 #include "Matrices/MassStffnessAndDampingMatrix.h"
+#include "Matrices/ShaftAtOrder.h"
 #include "RunControl/Constants.h"
 #include "RunControl/RunStopped.h"
 
@@ -31,6 +32,9 @@ struct SourceExcitation {
   }
 };
 
+/// The ratios are changed in place and back: a ratio that was divided and multiplied again may be a
+/// rounding away from what it was, and the sources and load cases behind start from there. Ratios
+/// kept aside would change the last digits of geared lines.
 void changeRpmRatios(ModelBundle& model, auto change) {
   for (std::int32_t i = 1; i <= model.mass.number(); ++i) {
     SET_MASS_RPMRATIO(model.mass, i, change(GET_MASS_RPMRATIO(model.mass, i)));
@@ -43,15 +47,6 @@ void changeRpmRatios(ModelBundle& model, auto change) {
 ForcedVibrationSolver::SystemArrays arraysOf(const ShaftLineMatrices& system) {
   return {system.N,  system.ROWIND, system.COLIND, system.K,  system.M,
           system.CR, system.CRR,    system.CA,     system.CAR};
-}
-
-/// Whether stiffness or damping of the line depends on the frequency. A table of Geislinger
-/// couplings counts even if it is empty.
-bool dependsOnFrequency(const ModelBundle& model) {
-  return model.geislingerCoupling.isAllocated() ||
-         (model.diesel.isAllocated() && GET_DIESEL_CONTAINFORMULADAMPING(model.diesel)) ||
-         (model.viscousDamper.isAllocated() &&
-          GET_VISCOUSDAMPER_CONTAINCUSTOMDAMPING(model.viscousDamper));
 }
 
 /// Brings the deflections, which are referred to the source's speed, to each inertia's own speed.
@@ -94,18 +89,16 @@ void respond(ModelBundle& model, std::int32_t loadCase, const SourceExcitation& 
     throw RunStopped("** A source of excitation sits on no inertia of the model");
   }
   const double omega = angularSpeed(source.speed);
-  for (std::int32_t i = 1; i <= model.geislingerCoupling.number(); ++i) {
-    SET_GEISLINGERCOUPLING_SPEEDEXCITATION(model.geislingerCoupling, i, source.speed);
-  }
+  setExcitationSpeed(model, source.speed);
   const double sourceRatio = GET_MASS_RPMRATIO(model.mass, source.dof.front());
   changeRpmRatios(model, [&](double ratio) { return ratio / sourceRatio; });
-  MASSANDSHAFTTABLEPREPARATION(false, model, loadCase);
+  MASSANDSHAFTTABLEPREPARATION(Vibration::forced, model, loadCase);
   ShaftLineMatrices system;
-  BUILDMASSSTIFFNESSANDDAMPINGMATRIX(false, model, 1.0, system);
+  BUILDMASSSTIFFNESSANDDAMPINGMATRIX(Vibration::forced, model, 1.0, system);
   ForcedVibrationSolver::ArraysOfOrder arraysOfOrder;
-  if (dependsOnFrequency(model)) {
+  if (dependsOnOrder(model)) {
     arraysOfOrder = [&](double order) {
-      BUILDMASSSTIFFNESSANDDAMPINGMATRIX(false, model, order, system);
+      BUILDMASSSTIFFNESSANDDAMPINGMATRIX(Vibration::forced, model, order, system);
       return arraysOf(system);
     };
   }
@@ -144,10 +137,6 @@ SourceExcitation machine(double speed, std::int32_t count, const std::array<doub
 
 }  // namespace
 
-bool hasIceExcitation(const PROPELLER_TABLE& propeller) {
-  return propeller.isAllocated() && GET_PROPELLERICEHARMONICORDERNUMBER(propeller) > 0;
-}
-
 void CALCULATE_DIESEL_FORCEDVIBRATION(ModelBundle& model, std::int32_t row, std::int32_t loadCase,
                                       const SourceResults& results) {
   const DIESEL_RECORD& diesel = model.diesel.at(row);
@@ -156,8 +145,8 @@ void CALCULATE_DIESEL_FORCEDVIBRATION(ModelBundle& model, std::int32_t row, std:
   source.EXFO = GET_DIESEL_HARMONICORDER(model.diesel);
   source.firstOrder = source.EXFO.front();
   for (std::int32_t c = 1; c <= diesel.NCYLINDER; ++c) {
-    source.addPoint(model.mass, GET_DIESEL_CYLINDERS(model.diesel, row, c),
-                    GET_DIESEL_FIRINGANGLEA(model.diesel, row, c) + diesel.EXCITATIONPHASE);
+    source.addPoint(model.mass, diesel.CYLINDERS[index(c)],
+                    diesel.FIRINGANGLEA[index(c)] + diesel.EXCITATIONPHASE);
     for (const auto& coefficient : CALCULATE_DIESEL_CYLFOURIERCOEFFICIENTS(model.diesel, row, c)) {
       source.addCoefficient(coefficient);
     }
@@ -218,9 +207,8 @@ void CALCULATE_RECIPROCATINGPUMP_FORCEDVIBRATION(ModelBundle& model, std::int32_
   source.EXFO = GET_RECIPROCATINGPUMP_HARMONICORDER(model.reciprocatingPump, row);
   source.firstOrder = source.EXFO.front();
   for (std::int32_t c = 1; c <= pump.NCYLINDER; ++c) {
-    source.addPoint(model.mass, GET_RECIPROCATINGPUMP_CYLINDERS(model.reciprocatingPump, row, c),
-                    GET_RECIPROCATINGPUMP_DISCHARGEANGLEA(model.reciprocatingPump, row, c) +
-                        pump.EXCITATIONPHASE);
+    source.addPoint(model.mass, pump.CYLINDERS[index(c)],
+                    pump.DISCHARGEANGLEA[index(c)] + pump.EXCITATIONPHASE);
     for (const auto& coefficient :
          CALCULATE_RECIPROCATINGPUMP_CYLFOURIERCOEFFICIENTS(model.reciprocatingPump, row, c)) {
       source.addCoefficient(coefficient);

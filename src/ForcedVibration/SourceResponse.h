@@ -8,9 +8,6 @@
 /// Steady response of the whole line to one source of excitation in the load case in force.
 namespace verenwick {
 
-/// Whether some propeller of the model runs in ice.
-bool hasIceExcitation(const PROPELLER_TABLE& propeller);
-
 // Each routine refers the line to its source's speed for its own duration, rebuilds and solves the
 // system, and fills orders, deflection, velocity, acceleration and OMEGA of the source. They throw
 // RunStopped when the system can't be solved.

@@ -4,7 +4,6 @@
 #include <cmath>
 
 #include "RunControl/Constants.h"
-#include "RunControl/Global_Parameter.h"
 
 namespace verenwick {
 namespace {
@@ -18,11 +17,11 @@ double range(const Waveform& waveform) {
 }
 
 /// Half the sum of the ranges of the families.
-double amplitudeOfAll(const FamilyWaveforms& waveforms, bool ConsiderPhase) {
+double amplitudeOfAll(const FamilyWaveforms& waveforms, PropellerPhase propellerPhase) {
   const Waveform& diesel = waveforms[static_cast<std::size_t>(Family::diesel)];
   const Waveform& propeller = waveforms[static_cast<std::size_t>(Family::propeller)];
   double sum = 0.0;
-  if (ConsiderPhase) {
+  if (propellerPhase == PropellerPhase::known) {
     Waveform both{};
     for (std::size_t m = 0; m < kAngleSteps; ++m) {
       both[m] = diesel[m] + propeller[m];
@@ -141,12 +140,11 @@ PhaseTable::Phases PhaseTable::of(Family family, std::int32_t s, std::int32_t k)
 }
 
 void SINGLELOADCASESYNTHESIS(const LoadCaseResults& results, Quantity quantity,
-                             const PhaseTable* phases, bool ConsiderPhase, std::span<double> result,
-                             Waveforms& waveforms, bool KeepWaveforms, bool HasDiesel) {
-  const bool keep = KeepWaveforms || (GET_OUTPUTANGLEBASEDRESULTS() && HasDiesel);
+                             const PhaseTable* phases, PropellerPhase propellerPhase,
+                             std::span<double> result, Waveforms& waveforms, bool keepWaveforms) {
   std::fill(result.begin(), result.end(), 0.0);
   for (std::size_t f = 0; f < waveforms.size(); ++f) {
-    const bool hasWaveform = keep && results[f].sources > 0;
+    const bool hasWaveform = keepWaveforms && results[f].sources > 0;
     waveforms[f].assign(hasWaveform ? result.size() * kAngleSteps : 0, 0.0);
   }
   if (phases == nullptr) {
@@ -161,11 +159,11 @@ void SINGLELOADCASESYNTHESIS(const LoadCaseResults& results, Quantity quantity,
                   waveforms[f].begin() + static_cast<std::ptrdiff_t>(j * kAngleSteps));
       }
     }
-    result[j] = amplitudeOfAll(point, ConsiderPhase);
+    result[j] = amplitudeOfAll(point, propellerPhase);
   }
 }
 
-void CALCULATERESULTANTTORQUE(bool ConsiderPhase, std::span<double> RESULTANTTORQUE,
+void CALCULATERESULTANTTORQUE(PropellerPhase propellerPhase, std::span<double> RESULTANTTORQUE,
                               const Waveforms& torque, const Waveforms& dampingTorque) {
   for (std::size_t j = 0; j < RESULTANTTORQUE.size(); ++j) {
     FamilyWaveforms point{};
@@ -175,7 +173,7 @@ void CALCULATERESULTANTTORQUE(bool ConsiderPhase, std::span<double> RESULTANTTOR
         point[f][m] = torque[f][at] + dampingTorque[f][at];
       }
     }
-    RESULTANTTORQUE[j] = amplitudeOfAll(point, ConsiderPhase);
+    RESULTANTTORQUE[j] = amplitudeOfAll(point, propellerPhase);
   }
 }
 

@@ -60,18 +60,20 @@ double familyAmplitude(Family which, const FamilyResults& family, Quantity quant
 /// none.
 using Waveforms = std::array<std::vector<double>, results::kFamilies>;
 
-/// Amplitude of a quantity at every point: half the peak-to-peak range of the families' waveforms,
-/// which add up in their worst phase.
+/// The phase between diesels and propellers. Where it is known their waveforms add up as such; all
+/// else adds up in its worst phase.
+enum class PropellerPhase { unknown, known };
+
+/// Amplitude of a quantity at every point: half the peak-to-peak range of the families' waveforms.
 /// @param phases        null for a base frequency of 0: the result is 0 then
-/// @param ConsiderPhase the phase between diesels and propellers is known: they add up as waveforms
 /// @param result        one value a point
-/// @param waveforms     kept if KeepWaveforms, or angle based results are asked for and HasDiesel
+/// @param waveforms     left empty unless keepWaveforms
 void SINGLELOADCASESYNTHESIS(const LoadCaseResults& results, Quantity quantity,
-                             const PhaseTable* phases, bool ConsiderPhase, std::span<double> result,
-                             Waveforms& waveforms, bool KeepWaveforms, bool HasDiesel);
+                             const PhaseTable* phases, PropellerPhase propellerPhase,
+                             std::span<double> result, Waveforms& waveforms, bool keepWaveforms);
 
 /// Amplitude of torque and damping torque together at every shaft.
-void CALCULATERESULTANTTORQUE(bool ConsiderPhase, std::span<double> RESULTANTTORQUE,
+void CALCULATERESULTANTTORQUE(PropellerPhase propellerPhase, std::span<double> RESULTANTTORQUE,
                               const Waveforms& torque, const Waveforms& dampingTorque);
 
 }  // namespace verenwick

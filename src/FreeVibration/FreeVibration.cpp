@@ -10,9 +10,9 @@
 namespace verenwick {
 
 void FREEVIBRATIONCALCULATION(ModelBundle& model) {
-  MASSANDSHAFTTABLEPREPARATION(true, model, 1);
+  MASSANDSHAFTTABLEPREPARATION(Vibration::free, model, 1);
   ShaftLineMatrices system;
-  BUILDMASSSTIFFNESSANDDAMPINGMATRIX(true, model, 1.0, system);
+  BUILDMASSSTIFFNESSANDDAMPINGMATRIX(Vibration::free, model, 1.0, system);
   const std::int32_t error = FREEUNDAMPEDVIBRATIONS(system.N, system.D, system.V, system.ROWIND,
                                                     system.COLIND, system.K, system.M, 0);
   // The rigid-body mode: whatever rounding left there is no frequency.

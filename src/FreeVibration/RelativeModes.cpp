@@ -90,15 +90,15 @@ std::vector<double> RELATIVEINERTIATORQUE(const ModelBundle& model, std::int32_t
   const std::int32_t shafts = GET_SHAFT_NUMBER(model.shaft);
   std::vector<double> RELATIVETORQUE(asSize(N - 1) * asSize(shafts));
   for (std::int32_t s = 1; s <= shafts; ++s) {
-    if (GET_SHAFT_SHAFTTYPE(model.shaft, s) == ShaftType::viscousDamperLink) {
+    const SHAFT_RECORD& shaft = model.shaft.at(s);
+    if (shaft.SHAFTTYPE == ShaftType::viscousDamperLink) {
       continue;
     }
-    const std::size_t i = index(GET_MASS_IMASS(model.mass, GET_SHAFT_ORGNODE(model.shaft, s)));
-    const std::size_t j = index(GET_MASS_IMASS(model.mass, GET_SHAFT_DESNODE(model.shaft, s)));
-    const double stiffness = GET_SHAFT_STIFFNESS(model.shaft, s);
+    const std::size_t i = index(GET_MASS_IMASS(model.mass, shaft.ORGNODE));
+    const std::size_t j = index(GET_MASS_IMASS(model.mass, shaft.DESNODE));
     for (std::size_t m = 0; m < asSize(N - 1); ++m) {
       const auto mode = RELATIVEDEFLECTION.subspan(m * inertias, inertias);
-      RELATIVETORQUE[m * asSize(shafts) + index(s)] = stiffness * (mode[i] - mode[j]);
+      RELATIVETORQUE[m * asSize(shafts) + index(s)] = shaft.STIFFNESS * (mode[i] - mode[j]);
     }
   }
   writeModes(results::resultFile("RelativeTorque.bin"), RELATIVETORQUE);

@@ -26,14 +26,13 @@ struct Engine {
   std::size_t banks;
 };
 
-Engine engineOf(const MASS_TABLE& mass, const DIESEL_TABLE& diesel, std::int32_t iDiesel,
-                std::int32_t NO) {
+Engine engineOf(const MASS_TABLE& mass, const DIESEL_RECORD& diesel, std::int32_t NO) {
   Engine engine;
-  engine.banks = GET_DIESEL_ISVENGINE(diesel, iDiesel) ? 2 : 1;
-  const bool isTwoStroke = GET_DIESEL_NSTROKE(diesel, iDiesel) == 2;
+  engine.banks = diesel.ISVENGINE ? 2 : 1;
+  const bool isTwoStroke = diesel.NSTROKE == 2;
   std::vector<std::int32_t> rows;
-  for (std::int32_t row = 1; row <= GET_DIESEL_NCYLINDER(diesel, iDiesel); ++row) {
-    const std::int32_t inertia = GET_MASS_IMASS(mass, GET_DIESEL_CYLINDERS(diesel, iDiesel, row));
+  for (std::int32_t row = 1; row <= diesel.NCYLINDER; ++row) {
+    const std::int32_t inertia = GET_MASS_IMASS(mass, diesel.CYLINDERS[index(row)]);
     if (inertia > 0) {
       rows.push_back(row);
       engine.CYLINDEX.push_back(index(inertia));
@@ -43,9 +42,9 @@ Engine engineOf(const MASS_TABLE& mass, const DIESEL_TABLE& diesel, std::int32_t
     const double q = isTwoStroke ? o : o * 0.5;
     engine.CYLEXFOORDERS.push_back(q);
     for (const std::int32_t row : rows) {
-      engine.directions.emplace_back(q * GET_DIESEL_FIRINGANGLEA(diesel, iDiesel, row));
+      engine.directions.emplace_back(q * diesel.FIRINGANGLEA[index(row)]);
       if (engine.banks == 2) {
-        engine.directions.emplace_back(q * GET_DIESEL_FIRINGANGLEB(diesel, iDiesel, row));
+        engine.directions.emplace_back(q * diesel.FIRINGANGLEB[index(row)]);
       }
     }
   }
@@ -139,9 +138,9 @@ void VECTORSUMS(const MASS_TABLE& mass, const DIESEL_TABLE& diesel, std::int32_t
   std::vector<double> firstAngles;
   // Engine by engine, so that the room doesn't grow with their number.
   for (std::int32_t iDiesel = 1; iDiesel <= diesel.number(); ++iDiesel) {
-    EngineSums sums =
-        sumsOf(engineOf(mass, diesel, iDiesel, NO), inertias, D.first(static_cast<std::size_t>(N)),
-               RELATIVEDEFLECTION, iDiesel == 1 ? nullptr : &firstAngles);
+    EngineSums sums = sumsOf(engineOf(mass, diesel.at(iDiesel), NO), inertias,
+                             D.first(static_cast<std::size_t>(N)), RELATIVEDEFLECTION,
+                             iDiesel == 1 ? nullptr : &firstAngles);
     sumFile.write(record, sums.VECTORSUM);
     speedFile.write(record, sums.VECTORSUMRPM);
     angleFile.write(record, sums.VECTORSUMANGLE);

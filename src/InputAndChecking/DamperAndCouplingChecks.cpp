@@ -19,9 +19,8 @@ bool isLinkedToOthers(const MASS_TABLE& mass, const ADJNODE& graph, std::int32_t
 /// Whether a shaft was marked as this component's own, and kept the mark.
 bool isOwn(const SHAFT_TABLE& shaft, std::int32_t position, ShaftType type, ComponentType owner,
            std::int32_t ownerId) {
-  return GET_SHAFT_SHAFTTYPE(shaft, position) == type &&
-         GET_SHAFT_COMPONENTTYPE(shaft, position) == owner &&
-         GET_SHAFT_COMPONENTID(shaft, position) == ownerId;
+  const SHAFT_RECORD& record = shaft.at(position);
+  return record.SHAFTTYPE == type && record.COMPONENTTYPE == owner && record.COMPONENTID == ownerId;
 }
 
 constexpr std::string_view kLinkNotOwn = " has a link not marked as its own, Shaft (";

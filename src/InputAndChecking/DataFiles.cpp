@@ -19,11 +19,12 @@ constexpr std::int64_t kMostPropellerLines = 2'000'000;
 bool canHold(const PROPELLER_TABLE& table) {
   std::int64_t lines = 0;
   for (std::int32_t p = 1; p <= table.number(); ++p) {
-    if (GET_PROPELLER_HASICEEXCITATION(table, p)) {
+    const PROPELLER_RECORD& propeller = table.at(p);
+    if (propeller.HASICEEXCITATION) {
       lines += GET_PROPELLER_NICEFOURIERORDERS(table, p);
     }
-    if (GET_PROPELLER_ISVARIABLEENTRAINEDWATER(table, p)) {
-      lines += GET_PROPELLER_NLOADCASE(table, p);
+    if (propeller.ISVARIABLEENTRAINEDWATER) {
+      lines += propeller.NLOADCASE;
     }
   }
   if (lines > kMostPropellerLines) {

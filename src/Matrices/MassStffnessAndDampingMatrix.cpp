@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "Matrices/RowComponents.h"
+#include "Matrices/ShaftAtOrder.h"
 #include "RunControl/Positions.h"
 #include "RunControl/RunStopped.h"
 
@@ -12,83 +12,46 @@ namespace {
 /// Damping of one inertia to ground: by the engine's formula, absolute, or by magnifier.
 void addMassDamping(const ModelBundle& model, std::int32_t row, double excitationOrder,
                     ShaftLineMatrices& system) {
-  const double ratio = GET_MASS_RPMRATIO(model.mass, row);
-  const double magnifier = GET_MASS_DYNMAGNIFIER(model.mass, row);
+  const MASS_RECORD& mass = model.mass.at(row);
+  const double ratio = mass.RPMRATIO;
   if (const std::int32_t iDiesel = cylinderFormulaEngine(model, row); iDiesel > 0) {
     system.CA[index(row)] =
         CALCULATE_DIESEL_DAMPING_CYLINDER(model.diesel, iDiesel, excitationOrder) * (ratio * ratio);
-  } else if (magnifier == 0.0) {
-    system.CA[index(row)] = GET_MASS_ABSDAMPING(model.mass, row) * (ratio * ratio);
+  } else if (mass.DYNMAGNIFIER == 0.0) {
+    system.CA[index(row)] = mass.ABSDAMPING * (ratio * ratio);
   } else {
-    system.CAR[index(row)] =
-        (GET_MASS_INERTIAEFFECTIVE(model.mass, row) / magnifier) * (ratio * ratio);
+    system.CAR[index(row)] = (mass.INERTIAEFFECTIVE / mass.DYNMAGNIFIER) * (ratio * ratio);
   }
 }
 
-void BUILDMASSANDMASSDAMPINGMATRIX(bool IsFreeVibration, const ModelBundle& model,
+void BUILDMASSANDMASSDAMPINGMATRIX(Vibration vibration, const ModelBundle& model,
                                    double excitationOrder, ShaftLineMatrices& system) {
   const auto order = static_cast<std::size_t>(system.N);
+  const bool isFree = vibration == Vibration::free;
   system.D.assign(order, 0.0);
   system.M.assign(order, 0.0);
   system.CA.assign(order, 0.0);
   system.CAR.assign(order, 0.0);
   std::int32_t n = 0;
   for (std::int32_t row = 1; row <= model.mass.number(); ++row) {
-    if (IsFreeVibration && GET_MASS_MASSTYPE(model.mass, row) == MassType::viscousDamperRing) {
+    const MASS_RECORD& mass = model.mass.at(row);
+    if (isFree && mass.MASSTYPE == MassType::viscousDamperRing) {
       continue;
     }
     ++n;
-    const double ratio = GET_MASS_RPMRATIO(model.mass, row);
-    system.M[index(n)] = GET_MASS_INERTIAEFFECTIVE(model.mass, row) * (ratio * ratio);
-    if (!IsFreeVibration) {
+    system.M[index(n)] = mass.INERTIAEFFECTIVE * (mass.RPMRATIO * mass.RPMRATIO);
+    if (!isFree) {
       addMassDamping(model, row, excitationOrder, system);
     }
   }
 }
 
-/// Stiffness and damping of one shaft at an excitation order.
-struct ShaftValues {
-  double stiffness;
-  double damping;
-  double magnifier;
-};
-
-/// The free problem takes the values of the row. In the forced problem those of some shafts go with
-/// the excitation frequency; a shaft whose component isn't in its table keeps the values of its
-/// row.
-ShaftValues shaftValues(bool IsFreeVibration, const ModelBundle& model, std::int32_t row,
-                        double excitationOrder) {
-  ShaftValues shaft{GET_SHAFT_STIFFNESSDYNAMIC(model.shaft, row),
-                    GET_SHAFT_ABSDAMPING(model.shaft, row),
-                    GET_SHAFT_DYNMAGNIFIER(model.shaft, row)};
-  if (IsFreeVibration) {
-    return shaft;
-  }
-  if (const std::int32_t coupling = geislingerCouplingOfShaft(model, row); coupling > 0) {
-    const GEISLINGERCOUPLING_TABLE& table = model.geislingerCoupling;
-    shaft.stiffness =
-        CALCULATE_GEISLINGERCOUPLING_STIFFNESSDYNAMIC(table, coupling, excitationOrder);
-    shaft.damping =
-        CALCULATE_GEISLINGERCOUPLING_DAMPING(table, coupling, shaft.magnifier, excitationOrder);
-  }
-  if (const std::int32_t iDiesel = crankThrowFormulaEngine(model, row); iDiesel > 0) {
-    shaft.damping = CALCULATE_DIESEL_DAMPING_CRANKTHROW(model.diesel, iDiesel, excitationOrder);
-  }
-  if (const std::int32_t damper = customViscousDamper(model, row); damper > 0) {
-    const VISCOUSDAMPER_TABLE& table = model.viscousDamper;
-    shaft.damping = CALCULATE_VISCOUSDAMPER_CUSTOMDAMPING(table, damper, excitationOrder);
-    if (GET_VISCOUSDAMPER_ISCUSTOMSTIFFNESS(table, damper)) {
-      shaft.stiffness = CALCULATE_VISCOUSDAMPER_CUSTOMSTIFFNESS(table, damper, excitationOrder);
-    }
-  }
-  return shaft;
-}
-
-void BUILDSTIFFNESSANDSTIFFNESSDAMPINGMATRIX(bool IsFreeVibration, const ModelBundle& model,
+void BUILDSTIFFNESSANDSTIFFNESSDAMPINGMATRIX(Vibration vibration, const ModelBundle& model,
                                              double excitationOrder, ShaftLineMatrices& system) {
   const auto order = static_cast<std::size_t>(system.N);
   const auto entries = static_cast<std::size_t>(system.NNZ);
-  system.V.assign(IsFreeVibration ? order * order : 0, 0.0);
+  const bool isFree = vibration == Vibration::free;
+  system.V.assign(isFree ? order * order : 0, 0.0);
   for (auto* values : {&system.K, &system.CR, &system.CRR}) {
     values->assign(entries, 0.0);
   }
@@ -99,32 +62,38 @@ void BUILDSTIFFNESSANDSTIFFNESSDAMPINGMATRIX(bool IsFreeVibration, const ModelBu
     }
   }
   const auto degreeOfFreedom = [&](std::int32_t node) {
-    return IsFreeVibration ? GET_MASS_NNOTVISCOUSDAMPERRINGSHAFT(model.mass, node)
-                           : GET_MASS_IMASS(model.mass, node);
+    return isFree ? GET_MASS_NNOTVISCOUSDAMPERRINGSHAFT(model.mass, node)
+                  : GET_MASS_IMASS(model.mass, node);
   };
   std::size_t pair = order;
   for (std::int32_t row = 1; row <= model.shaft.number(); ++row) {
-    if (IsFreeVibration && GET_SHAFT_SHAFTTYPE(model.shaft, row) == ShaftType::viscousDamperLink) {
+    const SHAFT_RECORD& shaft = model.shaft.at(row);
+    if (isFree && shaft.SHAFTTYPE == ShaftType::viscousDamperLink) {
       continue;
     }
-    const std::int32_t i = degreeOfFreedom(GET_SHAFT_ORGNODE(model.shaft, row));
-    const std::int32_t j = degreeOfFreedom(GET_SHAFT_DESNODE(model.shaft, row));
+    const std::int32_t i = degreeOfFreedom(shaft.ORGNODE);
+    const std::int32_t j = degreeOfFreedom(shaft.DESNODE);
     if (i < 1 || j < 1 || pair + 2 > entries) {
       throw RunStopped("** The shafts do not join the inertias to a tree");
     }
-    const ShaftValues shaft = shaftValues(IsFreeVibration, model, row, excitationOrder);
-    const double ratio = GET_SHAFT_RPMRATIO(model.shaft, row);
+    const double ratio = shaft.RPMRATIO;
     const auto enter = [&](std::vector<double>& values, double value) {
       values[index(i)] += value;
       values[index(j)] += value;
       values[pair] = -value;
       values[pair + 1] = -value;
     };
-    enter(system.K, shaft.stiffness * (ratio * ratio));
-    if (!IsFreeVibration && shaft.magnifier == 0.0) {
-      enter(system.CR, shaft.damping * (ratio * ratio));
-    } else if (!IsFreeVibration) {
-      enter(system.CRR, (shaft.stiffness / shaft.magnifier) * (ratio * ratio));
+    if (isFree) {
+      enter(system.K, shaft.STIFFNESSDYNAMIC * (ratio * ratio));
+    } else {
+      const ShaftAtOrder atOrder(model, row);
+      const double stiffness = atOrder.stiffness(excitationOrder);
+      enter(system.K, stiffness * (ratio * ratio));
+      if (atOrder.magnifier() == 0.0) {
+        enter(system.CR, atOrder.damping(excitationOrder) * (ratio * ratio));
+      } else {
+        enter(system.CRR, (stiffness / atOrder.magnifier()) * (ratio * ratio));
+      }
     }
     system.ROWIND[pair] = system.COLIND[pair + 1] = i;
     system.COLIND[pair] = system.ROWIND[pair + 1] = j;
@@ -174,63 +143,65 @@ void prepareCouplings(ModelBundle& model) {
 
 /// A propeller's inertia with its entrained water replaces that of the row, and in the forced
 /// problem its damping too where it has any. The damping stays on the row for later load cases.
-void preparePropellers(bool IsFreeVibration, ModelBundle& model, std::int32_t loadCase) {
-  PROPELLER_TABLE& propeller = model.propeller;
-  for (std::int32_t p = 1; p <= propeller.number(); ++p) {
-    CALCULATE_PROPELLER_INERTIATOTAL(IsFreeVibration, propeller, p, loadCase);
-    if (!IsFreeVibration) {
-      CALCULATE_PROPELLER_ABSDAMPING(propeller, p);
+void preparePropellers(Vibration vibration, ModelBundle& model, std::int32_t loadCase) {
+  PROPELLER_TABLE& table = model.propeller;
+  for (std::int32_t p = 1; p <= table.number(); ++p) {
+    CALCULATE_PROPELLER_INERTIATOTAL(vibration, table, p, loadCase);
+    if (vibration == Vibration::forced) {
+      CALCULATE_PROPELLER_ABSDAMPING(table, p);
     }
-    const std::int32_t row = GET_MASS_IMASS(model.mass, GET_PROPELLER_PROPELLERNODE(propeller, p));
+    const PROPELLER_RECORD& propeller = table.at(p);
+    const std::int32_t row = GET_MASS_IMASS(model.mass, propeller.PROPELLERNODE);
     if (row == 0) {
       continue;
     }
-    SET_MASS_INERTIAEFFECTIVE(model.mass, row, GET_PROPELLER_INERTIATOTAL(propeller, p));
-    const double damping = GET_PROPELLER_ABSDAMPING(propeller, p);
-    const double magnifier = GET_PROPELLER_DYNMAGNIFIER(propeller, p);
-    if (!IsFreeVibration && (damping > 0.0 || magnifier > 0.0)) {
-      SET_MASS_ABSDAMPING(model.mass, row, damping);
-      SET_MASS_DYNMAGNIFIER(model.mass, row, magnifier);
+    MASS_RECORD& mass = model.mass.at(row);
+    mass.INERTIAEFFECTIVE = propeller.INERTIATOTAL;
+    if (vibration == Vibration::forced &&
+        (propeller.ABSDAMPING > 0.0 || propeller.DYNMAGNIFIER > 0.0)) {
+      mass.ABSDAMPING = propeller.ABSDAMPING;
+      mass.DYNMAGNIFIER = propeller.DYNMAGNIFIER;
     }
   }
 }
 
 }  // namespace
 
-void MASSANDSHAFTTABLEPREPARATION(bool IsFreeVibration, ModelBundle& model, std::int32_t loadCase) {
+void MASSANDSHAFTTABLEPREPARATION(Vibration vibration, ModelBundle& model, std::int32_t loadCase) {
   for (std::int32_t i = 1; i <= model.mass.number(); ++i) {
     SET_MASS_INERTIAEFFECTIVE(model.mass, i, GET_MASS_INERTIA(model.mass, i));
   }
   for (std::int32_t s = 1; s <= model.shaft.number(); ++s) {
     SET_SHAFT_STIFFNESSDYNAMIC(model.shaft, s, GET_SHAFT_STIFFNESS(model.shaft, s));
   }
-  if (IsFreeVibration) {
+  if (vibration == Vibration::free) {
     prepareViscousDampers(model);
   } else {
     prepareCouplings(model);
   }
-  preparePropellers(IsFreeVibration, model, loadCase);
+  preparePropellers(vibration, model, loadCase);
 }
 
-void CALCUALTEMASSSTIFFNESSMATRIXDIMENSION(bool IsFreeVibration, const MASS_TABLE& mass,
+void CALCUALTEMASSSTIFFNESSMATRIXDIMENSION(Vibration vibration, const MASS_TABLE& mass,
                                            std::int32_t& N, std::int32_t& NNZ) {
-  N = IsFreeVibration ? GET_MASS_NUMBERNONEVISCOUSDAMPERRINGMASS(mass) : GET_MASS_NUMBER(mass);
+  N = vibration == Vibration::free ? GET_MASS_NUMBERNONEVISCOUSDAMPERRINGMASS(mass)
+                                   : GET_MASS_NUMBER(mass);
   NNZ = 3 * N - 2;
 }
 
-void BUILDMASSSTIFFNESSANDDAMPINGMATRIX(bool IsFreeVibration, const ModelBundle& model,
+void BUILDMASSSTIFFNESSANDDAMPINGMATRIX(Vibration vibration, const ModelBundle& model,
                                         double excitationOrder, ShaftLineMatrices& system) {
-  CALCUALTEMASSSTIFFNESSMATRIXDIMENSION(IsFreeVibration, model.mass, system.N, system.NNZ);
+  CALCUALTEMASSSTIFFNESSMATRIXDIMENSION(vibration, model.mass, system.N, system.NNZ);
   if (system.N < 1) {
     throw RunStopped("** The model has no inertia to calculate with");
   }
-  if (IsFreeVibration && system.N > kLargestOrder) {
+  if (vibration == Vibration::free && system.N > kLargestOrder) {
     throw RunStopped("** " + std::to_string(system.N) +
                      " inertias are too many for the free vibration calculation, at most " +
                      std::to_string(kLargestOrder));
   }
-  BUILDMASSANDMASSDAMPINGMATRIX(IsFreeVibration, model, excitationOrder, system);
-  BUILDSTIFFNESSANDSTIFFNESSDAMPINGMATRIX(IsFreeVibration, model, excitationOrder, system);
+  BUILDMASSANDMASSDAMPINGMATRIX(vibration, model, excitationOrder, system);
+  BUILDSTIFFNESSANDSTIFFNESSDAMPINGMATRIX(vibration, model, excitationOrder, system);
 }
 
 }  // namespace verenwick

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "ComponentTables/ModelBundle.h"
+#include "RunControl/CalculationMode.h"
 
 /// From the component tables to the arrays that the solvers work on.
 namespace verenwick {
@@ -32,17 +33,17 @@ struct ShaftLineMatrices {
 
 /// Fills INERTIAEFFECTIVE and STIFFNESSDYNAMIC of the inertias and shafts.
 /// @param loadCase selects the propellers' entrained water; 1 in the free problem
-void MASSANDSHAFTTABLEPREPARATION(bool IsFreeVibration, ModelBundle& model, std::int32_t loadCase);
+void MASSANDSHAFTTABLEPREPARATION(Vibration vibration, ModelBundle& model, std::int32_t loadCase);
 
 /// Order of the system and number of its entries.
-void CALCUALTEMASSSTIFFNESSMATRIXDIMENSION(bool IsFreeVibration, const MASS_TABLE& mass,
+void CALCUALTEMASSSTIFFNESSMATRIXDIMENSION(Vibration vibration, const MASS_TABLE& mass,
                                            std::int32_t& N, std::int32_t& NNZ);
 
 /// Assembles the system anew. The free problem drops the rings of viscous dampers and has no
 /// damping; the forced problem keeps all rows.
 /// @param excitationOrder harmonic order at which stiffness and damping that depend on it are taken
 /// Throws RunStopped when the shafts make no tree, or the free problem is too large to be solved.
-void BUILDMASSSTIFFNESSANDDAMPINGMATRIX(bool IsFreeVibration, const ModelBundle& model,
+void BUILDMASSSTIFFNESSANDDAMPINGMATRIX(Vibration vibration, const ModelBundle& model,
                                         double excitationOrder, ShaftLineMatrices& system);
 
 }  // namespace verenwick

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "RunControl/RunStopped.h"
+
 namespace verenwick {
 namespace {
 
@@ -69,6 +71,15 @@ void ADJNODE::set(std::int32_t i, std::int32_t j) {
 void ADJNODE::join(std::int32_t i, std::int32_t j) {
   set(i, j);
   set(j, i);
+}
+
+ShaftEnds shaftEnds(const ModelBundle& model, std::int32_t shaft) {
+  const ShaftEnds ends{GET_MASS_IMASS(model.mass, GET_SHAFT_ORGNODE(model.shaft, shaft)),
+                       GET_MASS_IMASS(model.mass, GET_SHAFT_DESNODE(model.shaft, shaft))};
+  if (ends.org < 1 || ends.des < 1) {
+    throw RunStopped("** A shaft ends at an inertia that is not in the model");
+  }
+  return ends;
 }
 
 std::int32_t VISITEDNODE::count() const {

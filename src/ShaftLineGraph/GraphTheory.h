@@ -3,9 +3,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "ComponentTables/Global_Mass.h"
-#include "ComponentTables/Global_Propeller.h"
-#include "ComponentTables/Global_Shaft.h"
+#include "ComponentTables/ModelBundle.h"
 #include "RunControl/Positions.h"
 
 /// The shaft line as a graph: inertias are the nodes, by their positions in the table, shafts the
@@ -34,6 +32,13 @@ class ADJNODE {
   NeighbourLists from_;
   NeighbourLists into_;
 };
+
+/// Positions of the inertias at both ends of a shaft. Throws RunStopped if there is none.
+struct ShaftEnds {
+  std::int32_t org;
+  std::int32_t des;
+};
+ShaftEnds shaftEnds(const ModelBundle& model, std::int32_t shaft);
 
 /// Marks of nodes, by position from 1.
 class VISITEDNODE {

@@ -74,12 +74,12 @@ TEST(ViscousDamper, TableThatCannotBeReadNamesFileAndLine) {
 TEST(ViscousDamper, RingRidesOnTheCasingInTheFreeProblem) {
   ReadModel read(kDamperLine + "0\n");
   ShaftLineMatrices system;
-  MASSANDSHAFTTABLEPREPARATION(true, read.model, 1);
-  BUILDMASSSTIFFNESSANDDAMPINGMATRIX(true, read.model, 1.0, system);
+  MASSANDSHAFTTABLEPREPARATION(Vibration::free, read.model, 1);
+  BUILDMASSSTIFFNESSANDDAMPINGMATRIX(Vibration::free, read.model, 1.0, system);
   EXPECT_EQ(system.M, (std::vector{4.0 * (0.5 * 6.0 + 4.0), 50.0}));
   EXPECT_EQ(system.K, (std::vector{1e6, 1e6, -1e6, -1e6}));
-  MASSANDSHAFTTABLEPREPARATION(false, read.model, 1);
-  BUILDMASSSTIFFNESSANDDAMPINGMATRIX(false, read.model, 1.0, system);
+  MASSANDSHAFTTABLEPREPARATION(Vibration::forced, read.model, 1);
+  BUILDMASSSTIFFNESSANDDAMPINGMATRIX(Vibration::forced, read.model, 1.0, system);
   EXPECT_EQ(system.M, (std::vector{4.0 * 6.0, 4.0 * 4.0, 50.0}));
   EXPECT_EQ(system.CR, (std::vector<double>{3600, 3600, 0, -3600, -3600, 0, 0}));
 }
@@ -87,10 +87,10 @@ TEST(ViscousDamper, RingRidesOnTheCasingInTheFreeProblem) {
 TEST(ViscousDamper, ALinkWithATableKeepsWhatTheTableLacks) {
   WithTable damper("Hz damping stiffness\n0 1000 0\n100 0 5000\n");
   ASSERT_TRUE(damper.isLoaded) << damper.log();
-  MASSANDSHAFTTABLEPREPARATION(false, damper.model, 1);
+  MASSANDSHAFTTABLEPREPARATION(Vibration::forced, damper.model, 1);
   const auto link = [&] {
     ShaftLineMatrices system;
-    BUILDMASSSTIFFNESSANDDAMPINGMATRIX(false, damper.model, 4.0, system);
+    BUILDMASSSTIFFNESSANDDAMPINGMATRIX(Vibration::forced, damper.model, 4.0, system);
     return std::array{system.CR[0], system.K[0], system.CRR[0]};
   };
   // The link turns at twice the reference speed: its values count four times.

@@ -9,6 +9,7 @@
 #include <sstream>
 
 #include "ForcedVibration/ShaftResults.h"
+#include "ShaftLineGraph/GraphTheory.h"
 #include "Support/ReadModel.h"
 
 /// Whole runs on small damped lines against their equations of motion.

@@ -13,7 +13,8 @@
 #include "InputAndChecking/CouplingPowerPrepare.h"
 #include "InputAndChecking/DataChecking.h"
 #include "Matrices/LoadCaseSetting.h"
-#include "Matrices/RowComponents.h"
+#include "Matrices/ShaftAtOrder.h"
+#include "ShaftLineGraph/GraphTheory.h"
 #include "Support/ReadModel.h"
 
 /// What the sources put into a line is what its damping takes out.
@@ -81,20 +82,9 @@ struct OrderResponse {
     const Complex twist = (at(Quantity::deflection, org) / GET_MASS_RPMRATIO(model.mass, org) -
                            at(Quantity::deflection, des) / GET_MASS_RPMRATIO(model.mass, des)) *
                           shaft.RPMRATIO;
-    double k0 = shaft.STIFFNESSDYNAMIC;
-    double c = shaft.ABSDAMPING;
-    if (const std::int32_t row = geislingerCouplingOfShaft(model, s); row > 0) {
-      k0 = CALCULATE_GEISLINGERCOUPLING_STIFFNESSDYNAMIC(model.geislingerCoupling, row, order);
-      c = CALCULATE_GEISLINGERCOUPLING_DAMPING(model.geislingerCoupling, row, shaft.DYNMAGNIFIER,
-                                               order);
-    } else if (const std::int32_t engine = crankThrowFormulaEngine(model, s); engine > 0) {
-      c = CALCULATE_DIESEL_DAMPING_CRANKTHROW(model.diesel, engine, order);
-    } else if (const std::int32_t damper = customViscousDamper(model, s); damper > 0) {
-      c = CALCULATE_VISCOUSDAMPER_CUSTOMDAMPING(model.viscousDamper, damper, order);
-    }
-    if (shaft.DYNMAGNIFIER != 0) {
-      c = k0 / (shaft.DYNMAGNIFIER * w);
-    }
+    const ShaftAtOrder atOrder(model, s);
+    const double c = shaft.DYNMAGNIFIER != 0 ? atOrder.stiffness(order) / (shaft.DYNMAGNIFIER * w)
+                                             : atOrder.damping(order);
     return 2 * c * w * w * std::norm(twist);
   }
 

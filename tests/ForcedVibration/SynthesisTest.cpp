@@ -27,15 +27,15 @@ struct Plant {
     family.OMEGA = std::move(OMEGA);
     return family;
   }
-  std::vector<double> synthesis(Quantity quantity, bool considerPhase = false) {
+  std::vector<double> synthesis(Quantity quantity, PropellerPhase phase = PropellerPhase::unknown) {
     std::vector<double> result(quantity <= Quantity::acceleration ? 2 : 1, -1.0);
     const double base = baseFrequency(results);
     std::optional<PhaseTable> phases;
     if (base != 0.0) {
       phases.emplace(results, base);
     }
-    SINGLELOADCASESYNTHESIS(results, quantity, phases ? &*phases : nullptr, considerPhase, result,
-                            waveforms, true, true);
+    SINGLELOADCASESYNTHESIS(results, quantity, phases ? &*phases : nullptr, phase, result,
+                            waveforms, true);
     return result;
   }
 };
@@ -99,16 +99,16 @@ TEST(Synthesis, FamiliesAddUpInTheWorstPhaseUnlessThePhaseOfThePropellerIsKnown)
   diesel.source(1).of(Quantity::dampingTorque).RE[0] = -2;
   plant.add(Family::propeller, {20.0}, 1).source(1).of(Quantity::torque).RE[0] = -3;
   plant.add(Family::generator, {20.0}, 1).source(1).of(Quantity::torque).RE[0] = -0.5;
-  EXPECT_NEAR(plant.synthesis(Quantity::torque, false)[0], 6 + 6 + 1, 1e-13);
+  EXPECT_NEAR(plant.synthesis(Quantity::torque)[0], 6 + 6 + 1, 1e-13);
   // Engine and propeller cancel, the generator stays in its worst phase.
-  EXPECT_NEAR(plant.synthesis(Quantity::torque, true)[0], 1, 1e-13);
+  EXPECT_NEAR(plant.synthesis(Quantity::torque, PropellerPhase::known)[0], 1, 1e-13);
   // Torque and damping torque add up as waveforms within a family.
   const Waveforms torque = plant.waveforms;
   plant.synthesis(Quantity::dampingTorque);
   std::vector<double> resultant(1);
-  CALCULATERESULTANTTORQUE(false, resultant, torque, plant.waveforms);
+  CALCULATERESULTANTTORQUE(PropellerPhase::unknown, resultant, torque, plant.waveforms);
   EXPECT_NEAR(resultant[0], 2 * (3 - 2) + 6 + 1, 1e-13);
-  CALCULATERESULTANTTORQUE(true, resultant, torque, plant.waveforms);
+  CALCULATERESULTANTTORQUE(PropellerPhase::known, resultant, torque, plant.waveforms);
   EXPECT_NEAR(resultant[0], 2 * (3 - 2 - 3) * -1 + 1, 1e-13);
 }
 

@@ -30,9 +30,9 @@ TEST(ShaftTree, HasTheFrequenciesOfBranchedGearedAndLongLines) {
     ReadModel read;
     read.readExample(plant);
     ASSERT_TRUE(read.isOk()) << plant;
-    MASSANDSHAFTTABLEPREPARATION(true, read.model, 1);
+    MASSANDSHAFTTABLEPREPARATION(Vibration::free, read.model, 1);
     ShaftLineMatrices system;
-    BUILDMASSSTIFFNESSANDDAMPINGMATRIX(true, read.model, 1.0, system);
+    BUILDMASSSTIFFNESSANDDAMPINGMATRIX(Vibration::free, read.model, 1.0, system);
     const auto tree = ShaftTree::of(system.ROWIND, system.COLIND, system.K, system.M);
     ASSERT_TRUE(tree) << plant;
     FREEUNDAMPEDVIBRATIONS(system.N, system.D, system.V, system.ROWIND, system.COLIND, system.K,
@@ -43,9 +43,9 @@ TEST(ShaftTree, HasTheFrequenciesOfBranchedGearedAndLongLines) {
   }
   constexpr std::int32_t kInertias = 500;
   ReadModel chain(uniformChain(kInertias));
-  MASSANDSHAFTTABLEPREPARATION(true, chain.model, 1);
+  MASSANDSHAFTTABLEPREPARATION(Vibration::free, chain.model, 1);
   ShaftLineMatrices system;
-  BUILDMASSSTIFFNESSANDDAMPINGMATRIX(true, chain.model, 1.0, system);
+  BUILDMASSSTIFFNESSANDDAMPINGMATRIX(Vibration::free, chain.model, 1.0, system);
   const auto tree = ShaftTree::of(system.ROWIND, system.COLIND, system.K, system.M);
   for (const std::int32_t mode : {2, 3, 251, 500}) {
     const double exact = 2 * std::sqrt(3e6 / 2) * std::sin((mode - 1) * kPi / (2 * kInertias));

@@ -12,11 +12,11 @@ using Values = std::vector<double>;
 
 constexpr double kTwoPi = 2 * 3.141592653589793;
 
-ShaftLineMatrices matrices(bool isFree, ModelBundle& model, double order = 1.0,
+ShaftLineMatrices matrices(Vibration vibration, ModelBundle& model, double order = 1.0,
                            std::int32_t loadCase = 1) {
   ShaftLineMatrices system;
-  MASSANDSHAFTTABLEPREPARATION(isFree, model, loadCase);
-  BUILDMASSSTIFFNESSANDDAMPINGMATRIX(isFree, model, order, system);
+  MASSANDSHAFTTABLEPREPARATION(vibration, model, loadCase);
+  BUILDMASSSTIFFNESSANDDAMPINGMATRIX(vibration, model, order, system);
   return system;
 }
 
@@ -33,7 +33,7 @@ TEST(ForcedMatrices, TakeInertiaAndDampingOfThePropeller) {
   p.SPEED = 100.0;
   p.TORQUE = 500.0;
   // Without damping of its own the propeller leaves the row's.
-  ShaftLineMatrices system = matrices(false, read.model);
+  ShaftLineMatrices system = matrices(Vibration::forced, read.model);
   EXPECT_EQ(system.M, (Values{100.0, 80.0 * 0.25}));
   EXPECT_EQ(system.CA, (Values{3.0, 7.0 * 0.25}));
   p.DAMPINGMETHOD = static_cast<std::int32_t>(PropellerDamping::archer);
@@ -41,23 +41,23 @@ TEST(ForcedMatrices, TakeInertiaAndDampingOfThePropeller) {
   p.ISVARIABLEENTRAINEDWATER = true;
   p.NLOADCASE = 2;
   p.VARIABLEENTRAINEDWATERTABLE = {4.0, 8.0};
-  system = matrices(false, read.model, 1.0, 2);
+  system = matrices(Vibration::forced, read.model, 1.0, 2);
   EXPECT_EQ(system.M[1], 68.0 * 0.25);
   EXPECT_EQ(system.CA[1], 150.0 * 0.25);
   // The damping stays on the row when the next load case has none; the inertia doesn't.
   p.TORQUE = 0.0;
-  system = matrices(false, read.model);
+  system = matrices(Vibration::forced, read.model);
   EXPECT_EQ(system.CA[1], 150.0 * 0.25);
   EXPECT_EQ(system.M[1], 64.0 * 0.25);
   // A magnifier acts on the inertia in force, and in place of the damping.
   p.DAMPINGMETHOD = static_cast<std::int32_t>(PropellerDamping::variable);
   p.DYNMAGNIFIERFORKNUCKLEPOINT = 8.0;
   p.KNUCKLEPOINT = 200.0;
-  system = matrices(false, read.model);
+  system = matrices(Vibration::forced, read.model);
   EXPECT_EQ(system.CA[1], 0.0);
   EXPECT_DOUBLE_EQ(system.CAR[1], 64.0 / 16.0 * 0.25);
   // The free problem has plain water and no damping.
-  system = matrices(true, read.model);
+  system = matrices(Vibration::free, read.model);
   EXPECT_EQ(system.M[1], 80.0 * 0.25);
   EXPECT_EQ(system.CAR[1], 0.0);
 }
@@ -70,10 +70,10 @@ TEST(ForcedMatrices, TakeTheCouplingsAsTheLoadStiffensThem) {
   ASSERT_TRUE(read.isOk()) << read.log();
   read.model.progressiveCoupling.at(1).TORQUE = 150.0;
   read.model.shaft.at(1).STIFFNESS = 111.0;
-  const ShaftLineMatrices system = matrices(false, read.model);
+  const ShaftLineMatrices system = matrices(Vibration::forced, read.model);
   EXPECT_EQ(system.K, (Values{300.0, 1300.0, 1000.0, -300.0, -300.0, -1000.0, -1000.0}));
   EXPECT_EQ(system.CRR, (Values{0.0, 100.0, 100.0, 0.0, 0.0, -100.0, -100.0}));
-  EXPECT_EQ(matrices(true, read.model).K,
+  EXPECT_EQ(matrices(Vibration::free, read.model).K,
             (Values{111.0, 999.0, 888.0, -111.0, -111.0, -888.0, -888.0}));
 }
 
@@ -86,13 +86,13 @@ TEST(ForcedMatrices, TakeAGeislingerCouplingAtTheOrder) {
   read.model.geislingerCoupling.at(1).SPEEDEXCITATION = 50 * 60 / kTwoPi;
   for (const auto& [order, stiffness, relative] :
        {std::tuple{1.0, 1185.0, 0.45}, {4.0, 1640.0, 0.7}}) {
-    const ShaftLineMatrices system = matrices(false, read.model, order);
+    const ShaftLineMatrices system = matrices(Vibration::forced, read.model, order);
     EXPECT_NEAR(system.K[0], 0.25 * stiffness, 1e-4) << order;
     EXPECT_NEAR(system.CR[2], -0.25 * relative * stiffness / (50 * order), 1e-4) << order;
   }
   // A magnifier on the shaft damps in place of the coupling, with its stiffness.
   read.model.shaft.at(1).DYNMAGNIFIER = 5.0;
-  const ShaftLineMatrices magnified = matrices(false, read.model);
+  const ShaftLineMatrices magnified = matrices(Vibration::forced, read.model);
   EXPECT_NEAR(magnified.CRR[0], 0.25 * 1185 / 5, 1e-4);
 }
 
@@ -110,20 +110,20 @@ TEST(ForcedMatrices, TakeTheFormulaDampingOfAnEngineAtTheOrder) {
   const double cylinder = 2.0 * 15.0 * 0.25;
   const double formula = 3.0 * 225.0 * 225.0 * 0.25;
   const double shaft = 600.0 * 0.25;
-  ShaftLineMatrices system = matrices(false, read.model, order);
+  ShaftLineMatrices system = matrices(Vibration::forced, read.model, order);
   // The formula also stands before the magnifier of cylinder 2.
   EXPECT_EQ(system.CA, (Values{cylinder, cylinder, 250.0}));
   EXPECT_EQ(system.CR,
             (Values{formula, formula + shaft, shaft, -formula, -formula, -shaft, -shaft}));
   // That of a throw yields to its magnifier.
   read.model.shaft.at(1).DYNMAGNIFIER = 50.0;
-  system = matrices(false, read.model, order);
+  system = matrices(Vibration::forced, read.model, order);
   EXPECT_EQ(system.CR[0], 0.0);
   EXPECT_EQ(system.CRR[0], 1e6 / 50.0 * 0.25);
   read.model.shaft.at(1).DYNMAGNIFIER = 0.0;
   // Without the formula the rows keep their own.
   diesel.ISFORMULADAMPING = false;
-  system = matrices(false, read.model, order);
+  system = matrices(Vibration::forced, read.model, order);
   EXPECT_EQ(system.CA, (Values{250.0, 0.0, 250.0}));
   EXPECT_EQ(system.CAR, (Values{0.0, 10.0 / 40.0 * 0.25, 0.0}));
   EXPECT_EQ(system.CR[0], shaft);
@@ -132,9 +132,9 @@ TEST(ForcedMatrices, TakeTheFormulaDampingOfAnEngineAtTheOrder) {
 TEST(ForcedMatrices, AreRefusedToALineThatIsNoTree) {
   ReadModel read(kTwoInertias);
   read.model.shaft.append();
-  EXPECT_THROW(matrices(false, read.model), RunStopped);
+  EXPECT_THROW(matrices(Vibration::forced, read.model), RunStopped);
   ModelBundle empty;
-  EXPECT_THROW(matrices(false, empty), RunStopped);
+  EXPECT_THROW(matrices(Vibration::forced, empty), RunStopped);
 }
 
 }  // namespace
