@@ -7,7 +7,7 @@
 #include <system_error>
 #include <vector>
 
-#include "verenwick.h"
+#include "verenwick.hpp"
 
 namespace verenwick::plant {
 
@@ -30,20 +30,7 @@ class PlantDirectory {
 
   /// Runs free and forced vibration; false if the plant was not accepted.
   bool run() const {
-    constexpr std::int32_t kFreeAndForced = 3;
-    const auto packed = [](const std::string& text) {
-      return std::vector<std::int32_t>(text.begin(), text.end());
-    };
-    const auto directory = packed(path_.string());
-    const auto name = packed("input.txt");
-    const auto result = packed(results().string());
-    const auto directoryLength = static_cast<std::int32_t>(directory.size());
-    const auto nameLength = static_cast<std::int32_t>(name.size());
-    const auto resultLength = static_cast<std::int32_t>(result.size());
-    std::int32_t status = 0;
-    VERENWICKSOLVER(directory.data(), &directoryLength, name.data(), &nameLength, result.data(),
-                    &resultLength, &status, &kFreeAndForced);
-    return status == 1;
+    return api::solve(path_.string(), "input.txt", results().string(), api::Mode::both);
   }
 
   /// Bytes of all files that the run left.

@@ -12,6 +12,21 @@
 
 #include <stdint.h>
 
+/** Version of the library that this header belongs to. */
+#define VERENWICK_VERSION "0.2.0"
+
+/** Modes of a run: what it calculates behind the reports of the input. */
+#define VERENWICK_MODE_REPORTS 0
+#define VERENWICK_MODE_FREE 1
+#define VERENWICK_MODE_FORCED 2
+#define VERENWICK_MODE_BOTH 3
+
+/** Longest text that a run takes, in characters. */
+#define VERENWICK_TEXT_LENGTH 1000
+
+/** Room that THEORETICALCYLINDERPRESSURE needs for a curve, in elements. */
+#define VERENWICK_PRESSURE_POINTS 1000
+
 #if defined(_WIN32)
 #if defined(VERENWICK_BUILDING_LIBRARY)
 #define VERENWICK_API __declspec(dllexport)
@@ -31,8 +46,8 @@ extern "C" {
  * directory.
  *
  * A text crosses as an array of integers, one character an element: the lowest byte counts, the
- * three upper bytes are ignored. A length of 0 or less is an empty text, at most 1000 elements are
- * taken; a longer text is refused with status 0. Directories may end in a backslash or not; an
+ * three upper bytes are ignored. A length of 0 or less is an empty text; a text longer than
+ * VERENWICK_TEXT_LENGTH is refused with status 0. Directories may end in a backslash or not; an
  * empty directory is the current one. Where the platform separates by slashes, a backslash is
  * turned into one.
  *
@@ -46,9 +61,9 @@ extern "C" {
  * @param inputStatus         out, 1 if the input was read and passed every check, 0 if not; the
  *                                 words are in "Verenwick.log" in the result directory. A
  *                                 calculation that fails later leaves 1 and says so in the log.
- * @param calculationMode     in,  0 reports only, 1 free vibration, 2 forced vibration, 3 both, any
- *                                 other value both without preparing the power of couplings and
- *                                 dampers
+ * @param calculationMode     in,  a VERENWICK_MODE_ value: reports only, free vibration, forced
+ *                                 vibration, both; any other value both without preparing the
+ *                                 power of couplings and dampers
  */
 VERENWICK_API void VERENWICKSOLVER(const int32_t* inputFileDir, const int32_t* inputFileDirLength,
                                    const int32_t* inputFileName, const int32_t* inputFileNameLength,
@@ -64,9 +79,10 @@ VERENWICK_API void VERENWICKSOLVER(const int32_t* inputFileDir, const int32_t* i
  * curve has 360 points, a four-stroke one 720; the elements behind keep what the caller left there.
  * The iteration for work and peak pressure is given up after 21 passes, and the last curve stands.
  * The curve and mip stay untouched where ratedPMax is -100000. Otherwise, without misfire, power 0
- * sets all 1000 points to zero; with power the curve stays untouched where nStroke is neither 2 nor
- * 4, and where the angles of a two-stroke engine are not in the order exhaust start, inlet start,
- * inlet close. A misfiring cylinder asks for neither: its curve has 720 points unless nStroke is 2.
+ * sets all VERENWICK_PRESSURE_POINTS elements to zero; with power the curve stays untouched where
+ * nStroke is neither 2 nor 4, and where the angles of a two-stroke engine are not in the order
+ * exhaust start, inlet start, inlet close. A misfiring cylinder asks for neither: its curve has 720
+ * points unless nStroke is 2.
  *
  * @param ratedPowerPerCylinder in,  W
  * @param ratedSpeed            in,  rpm
@@ -95,7 +111,8 @@ VERENWICK_API void VERENWICKSOLVER(const int32_t* inputFileDir, const int32_t* i
  * @param AngleInletStart       in,  inlet opening, degrees after top dead centre (two-stroke)
  * @param AngleInletClose       in,  inlet closing, degrees after the top dead centre at which the
  *                                   cycle began, so beyond 180 (two-stroke)
- * @param pressure              out, room for 1000 elements: cylinder pressure, Pa
+ * @param pressure              out, room for VERENWICK_PRESSURE_POINTS elements: cylinder
+ *                                   pressure, Pa
  * @param mip                   out, mean indicated pressure that belongs to power, Pa; untouched
  *                                   with power 0 and no misfire
  */

@@ -19,7 +19,7 @@ int main(void) {
   const double compExp = 0.0, expaExp = 0.0, te = 0.5, me = 0.92, form = 0.5;
   const double ignition = -6.0, endOfComb = 60.0, exhaust = 125.0, inletStart = 300.0,
                inletClose = 560.0;
-  double curve[1000] = {0.0}, mip = 0.0;
+  double curve[VERENWICK_PRESSURE_POINTS] = {0.0}, mip = 0.0;
   THEORETICALCYLINDERPRESSURE(&ratedPower, &ratedSpeed, &misfire, &nStroke, &bore, &stroke, &lambda,
                               &compRatio, &inlet, &charge, &speed, &power, &pMax, &pComp, &compExp,
                               &expaExp, &te, &me, &form, &ignition, &endOfComb, &exhaust,

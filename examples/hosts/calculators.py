@@ -22,11 +22,11 @@ def reals(values):
     return (ctypes.c_double * len(values))(*values)
 
 
-POINTS, ORDERS = 720, 24
+ROOM, POINTS, ORDERS = 1000, 720, 24  # the first is VERENWICK_PRESSURE_POINTS
 BORE, STROKE, LAMBDA, SPEED = 0.32, 0.40, 0.22, 750.0
 
 # Cylinder pressure at 70 % load: point 1 lies 180 degrees before top dead centre.
-curve, mip = reals([0.0] * 1000), ctypes.c_double()
+curve, mip = reals([0.0] * ROOM), ctypes.c_double()
 verenwick.THEORETICALCYLINDERPRESSURE(
     real(480e3), real(750.0),  # rated power of the cylinder, rated speed
     integer(0), integer(4),  # misfire, strokes

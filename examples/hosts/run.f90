@@ -10,8 +10,10 @@ program run
       integer(c_int32_t), intent(out) :: status
     end subroutine
   end interface
-  integer(c_int32_t) :: text(1000, 3), length(3), status
-  character(1000) :: argument
+  ! VERENWICK_MODE_FREE and VERENWICK_TEXT_LENGTH of verenwick.h.
+  integer(c_int32_t), parameter :: free = 1, longest = 1000
+  integer(c_int32_t) :: text(longest, 3), length(3), status
+  character(longest) :: argument
   real(c_double) :: omega
   integer :: i, unit, failed
   if (command_argument_count() /= 3) stop 2
@@ -20,7 +22,7 @@ program run
     length(i) = len_trim(argument)
     text(:, i) = characters(argument)
   end do
-  call solver(text(:, 1), length(1), text(:, 2), length(2), text(:, 3), length(3), status, 1_c_int32_t)
+  call solver(text(:, 1), length(1), text(:, 2), length(2), text(:, 3), length(3), status, free)
   if (status /= 1) stop 1
   open (newunit=unit, file=trim(argument)//'/NaturalFrequency.bin', access='direct', recl=8, &
         form='unformatted', status='old')

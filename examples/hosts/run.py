@@ -8,6 +8,8 @@ from pathlib import Path
 
 import numpy as np
 
+VERENWICK_MODE_BOTH = 3  # of verenwick.h
+
 
 def text(value):
     """Text crosses as one integer a character, with its length behind it."""
@@ -17,7 +19,7 @@ def text(value):
 
 def main(library, directory, name, results):
     status = ctypes.c_int32(0)
-    both = ctypes.c_int32(3)
+    both = ctypes.c_int32(VERENWICK_MODE_BOTH)
     solver = ctypes.CDLL(library).VERENWICKSOLVER
     solver.restype = None
     solver(*text(directory), *text(name), *text(results), ctypes.byref(status), ctypes.byref(both))

@@ -4,10 +4,12 @@
 #include <cstdint>
 #include <span>
 
+#include "verenwick.h"
+
 namespace verenwick {
 
 /// Room of a pressure curve; a two-stroke curve fills 360 points, a four-stroke one 720.
-constexpr std::size_t kPressurePoints = 1000;
+constexpr std::size_t kPressurePoints = VERENWICK_PRESSURE_POINTS;
 
 /// What a theoretical pressure curve is made from. Equal inputs give equal curves, to the bit.
 /// Angles are cut to whole degrees.

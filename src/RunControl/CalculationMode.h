@@ -2,10 +2,17 @@
 
 #include <cstdint>
 
+#include "verenwick.h"
+
 namespace verenwick {
 
 /// What a run calculates. Any other value is as `both`, but without preparing coupling power.
-enum CalculationMode : std::int32_t { reportsOnly = 0, freeOnly = 1, forcedOnly = 2, both = 3 };
+enum CalculationMode : std::int32_t {
+  reportsOnly = VERENWICK_MODE_REPORTS,
+  freeOnly = VERENWICK_MODE_FREE,
+  forcedOnly = VERENWICK_MODE_FORCED,
+  both = VERENWICK_MODE_BOTH
+};
 
 /// Which of the two problems a step prepares: the free one is without damping, without the rings of
 /// viscous dampers and at nominal stiffness.

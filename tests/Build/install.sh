@@ -1,19 +1,13 @@
 #!/bin/sh
-# An installed library serves a C host that finds it by CMake or by pkg-config.
-# usage: install.sh BUILD_DIRECTORY HOST_SOURCE_DIRECTORY
+# What an installation holds beside the library: the program, its completion and its manual page.
+# usage: install.sh BUILD_DIRECTORY
 set -eu
-work=$(mktemp -d)
-trap 'rm -rf "$work"' EXIT
-cmake --install "$1" --prefix "$work/prefix" >"$work/install.log"
+prefix=$(mktemp -d)
+trap 'rm -rf "$prefix"' EXIT
+trap 'exit 1' HUP INT TERM
+cmake --install "$1" --prefix "$prefix" >/dev/null
 for file in bash-completion/completions/verenwick zsh/site-functions/_verenwick man/man1/verenwick.1
 do
-  grep -q verenwick "$work/prefix/share/$file"
+  grep -q verenwick "$prefix/share/$file"
 done
-cmake -G Ninja -S "$2" -B "$work/host" -DCMAKE_PREFIX_PATH="$work/prefix" >"$work/cmake.log"
-cmake --build "$work/host" >"$work/build.log"
-"$work/host/host"
-PKG_CONFIG_PATH=$(dirname "$(find "$work/prefix" -name verenwick.pc)")
-export PKG_CONFIG_PATH
-# shellcheck disable=SC2046
-cc "$2/host.c" $(pkg-config --cflags --libs verenwick) -o "$work/host/by-pkg-config"
-LD_LIBRARY_PATH=$(pkg-config --variable=libdir verenwick) "$work/host/by-pkg-config"
+"$prefix/bin/verenwick" --version | grep -q '^verenwick [0-9.]*$'
