@@ -5,6 +5,7 @@
 
 #include "host/commands/CommandLine.h"
 #include "host/commands/Commands.h"
+#include "verenwick.h"
 
 namespace verenwick::host {
 namespace {

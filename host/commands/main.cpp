@@ -11,6 +11,7 @@
 #include "host/commands/CommandLine.h"
 #include "host/commands/Commands.h"
 #include "host/summary/RunSummary.h"
+#include "verenwick.h"
 
 namespace {
 

@@ -10,6 +10,7 @@
 #include <string>
 
 #include "host/plant/Readings.h"
+#include "verenwick.h"
 
 namespace verenwick::host {
 namespace {

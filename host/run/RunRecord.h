@@ -10,6 +10,7 @@
 
 #include "host/Checksum.h"
 #include "results/ResultReader.h"
+#include "verenwick.h"
 
 /// The record of a run: what it was, how it ended, and which files are its results. It stands
 /// beside the results, and whoever reads them asks it first.
