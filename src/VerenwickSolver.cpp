@@ -32,6 +32,8 @@ constexpr std::size_t kLongestName = [] {
   return longest;
 }();
 
+static_assert(kPathLength == VERENWICK_TEXT_LENGTH);
+
 /// A text from the host: the lowest byte of each element is a character. None if the text is
 /// missing, longer than a path may be, or has a null character, at which the platform would cut it.
 std::optional<std::string> unpack(const std::int32_t* characters, const std::int32_t* length) {

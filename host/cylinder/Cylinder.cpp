@@ -2,10 +2,10 @@
 
 #include <algorithm>
 #include <cmath>
+#include <complex>
 #include <stdexcept>
 #include <string>
-
-#include "verenwick.h"
+#include <utility>
 
 namespace verenwick::host {
 
@@ -18,19 +18,29 @@ std::vector<double> Cylinder::crankAngles(double firstDegree) const {
 }
 
 PressureCurve pressureCurve(const Cylinder& c) {
-  constexpr std::size_t kRoom = 1000;
-  const std::int32_t misfire = c.misfires ? 1 : 0;
-  const double derived = 0;  // exponents that follow from the pressures
-  std::vector<double> curve(kRoom, std::nan(""));
-  double mip = 0;
-  THEORETICALCYLINDERPRESSURE(&c[kRatedPower], &c[kRatedSpeed], &misfire, &c.strokes, &c[kBore],
-                              &c[kStroke], &c[kConrodRatio], &c[kCompressionRatio],
-                              &c[kInletPressure], &c[kChargeTemperature], &c[kSpeed], &c[kPower],
-                              &c[kPeakPressure], &c[kCompressionPressure], &derived, &derived,
-                              &c[kHeatShare], &c[kMechanicalEfficiency], &c[kFormFactor],
-                              &c[kIgnition], &c[kEndOfCombustion], &c[kExhaustStart],
-                              &c[kInletStart], &c[kInletClose], curve.data(), &mip);
-  curve.resize(static_cast<std::size_t>(c.points()));
+  auto [curve, mip] =
+      api::theoreticalCylinderPressure({.ratedPower = c[kRatedPower],
+                                        .ratedSpeed = c[kRatedSpeed],
+                                        .misfire = c.misfires,
+                                        .strokes = c.strokes,
+                                        .bore = c[kBore],
+                                        .stroke = c[kStroke],
+                                        .rodRatio = c[kConrodRatio],
+                                        .compressionRatio = c[kCompressionRatio],
+                                        .ratedInletPressure = c[kInletPressure],
+                                        .chargeTemperature = c[kChargeTemperature],
+                                        .speed = c[kSpeed],
+                                        .power = c[kPower],
+                                        .ratedPeakPressure = c[kPeakPressure],
+                                        .ratedCompressionPressure = c[kCompressionPressure],
+                                        .heatShare = c[kHeatShare],
+                                        .mechanicalEfficiency = c[kMechanicalEfficiency],
+                                        .formFactor = c[kFormFactor],
+                                        .ignition = c[kIgnition],
+                                        .endOfCombustion = c[kEndOfCombustion],
+                                        .exhaustStart = c[kExhaustStart],
+                                        .inletStart = c[kInletStart],
+                                        .inletClose = c[kInletClose]});
   if (!std::ranges::all_of(curve, [](double p) { return std::isfinite(p); })) {
     const bool areValvesInOrder = std::trunc(c[kExhaustStart]) < std::trunc(c[kInletStart]) &&
                                   std::trunc(c[kInletStart]) < std::trunc(c[kInletClose]);
@@ -54,12 +64,8 @@ std::vector<Harmonic> tangentialHarmonics(const Cylinder& cylinder,
   // From top dead centre on.
   std::vector<double> curve = pressures;
   std::rotate(curve.begin(), curve.begin() + 180, curve.end());
-  const std::int32_t points = cylinder.points();
-  const std::vector<double> phi = cylinder.crankAngles(0);
-  std::vector<double> sine(static_cast<std::size_t>(count));
-  std::vector<double> cosine(sine.size());
-  CYLINDERPRESSURETOHARMONIC(&points, &count, curve.data(), phi.data(), &cylinder[kConrodRatio],
-                             sine.data(), cosine.data());
+  const auto [sine, cosine, tangential] = api::cylinderPressureToHarmonic(
+      std::move(curve), cylinder.crankAngles(0), cylinder[kConrodRatio], count);
   std::vector<Harmonic> harmonics;
   for (std::size_t k = 0; k < sine.size(); ++k) harmonics.push_back({sine[k], cosine[k]});
   return harmonics;
@@ -67,17 +73,14 @@ std::vector<Harmonic> tangentialHarmonics(const Cylinder& cylinder,
 
 CrankForces crankForces(const Cylinder& cylinder, const CrankLoad& load,
                         const std::vector<double>& pressures) {
-  const std::int32_t points = cylinder.points();
-  const std::vector<double> phi = cylinder.crankAngles(-180);
-  const std::vector<double> zeros(pressures.size());
-  CrankForces forces{zeros, zeros, zeros, zeros, zeros, zeros};
-  CALCULATETANGENTIALRADIALFORCE(
-      &load.rotatingMass, &load.reciprocatingMass, nullptr, &load.referencePressure,
-      &cylinder[kConrodRatio], &cylinder[kSpeed], &cylinder[kStroke], &cylinder[kBore], &points,
-      phi.data(), pressures.data(), forces.tangential.data(), forces.tangentialMass.data(),
-      forces.tangentialGas.data(), forces.radial.data(), forces.radialMass.data(),
-      forces.radialGas.data());
-  return forces;
+  return api::tangentialRadialForce({.rotatingMass = load.rotatingMass,
+                                     .reciprocatingMass = load.reciprocatingMass,
+                                     .referencePressure = load.referencePressure,
+                                     .rodRatio = cylinder[kConrodRatio],
+                                     .speed = cylinder[kSpeed],
+                                     .stroke = cylinder[kStroke],
+                                     .bore = cylinder[kBore]},
+                                    cylinder.crankAngles(-180), pressures);
 }
 
 std::vector<ForceHarmonic> forceHarmonics(const Cylinder& cylinder, const CrankLoad& load,
@@ -88,18 +91,14 @@ std::vector<ForceHarmonic> forceHarmonics(const Cylinder& cylinder, const CrankL
 
   for (double& p : pressures) p -= load.referencePressure;
   const std::vector<Harmonic> gas = tangentialHarmonics(cylinder, pressures, count);
-  const std::int32_t points = cylinder.points();
-  const std::int32_t coefficients = count + 1;
-  const std::vector<double> phi = cylinder.crankAngles(0);
-  std::vector<double> mass(2 * (gas.size() + 1));
-  OSCILLATINGMASSFOURIERCOEFFICIENTS(&points, &coefficients, mass.data(), phi.data(),
-                                     &cylinder[kConrodRatio]);
+  const std::vector<std::complex<double>> mass = api::oscillatingMassFourierCoefficients(
+      cylinder.crankAngles(0), cylinder[kConrodRatio], count + 1);
   std::vector<ForceHarmonic> harmonics;
   for (std::size_t k = 1; k <= gas.size(); ++k) {
     // The inertia force is the negative of the force that accelerates the mass.
     harmonics.push_back({cylinder.order(static_cast<std::int32_t>(k)),
                          {gas[k - 1].sine * area, gas[k - 1].cosine * area},
-                         {2 * mass[2 * k + 1] * inertia, -2 * mass[2 * k] * inertia}});
+                         {2 * mass[k].imag() * inertia, -2 * mass[k].real() * inertia}});
   }
   return harmonics;
 }

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "host/Units.h"
+#include "verenwick.hpp"
 
 /// One cylinder of an engine at one operating point, and what the calculators of the library make
 /// of it.
@@ -112,12 +113,9 @@ struct CrankLoad {
   double referencePressure;  ///< Pa
 };
 
-/// Forces on the crank pin over a cycle from -180 degrees on, N.
-struct CrankForces {
-  std::vector<double> tangential, tangentialMass, tangentialGas;
-  std::vector<double> radial, radialMass, radialGas;
-};
+using api::CrankForces;
 
+/// Forces on the crank pin over a cycle from -180 degrees on.
 CrankForces crankForces(const Cylinder& cylinder, const CrankLoad& load,
                         const std::vector<double>& pressures);
 

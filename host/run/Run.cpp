@@ -14,7 +14,7 @@
 #include "host/plant/ShaftLine.h"
 #include "host/run/DataFiles.h"
 #include "host/run/RunLock.h"
-#include "verenwick.h"
+#include "verenwick.hpp"
 
 namespace verenwick::host {
 namespace {
@@ -31,28 +31,6 @@ using results::SystemCount;
 
 constexpr const ResultFile& kGensetFile = resultFile("Genset.txt");
 constexpr const ResultFile& kLog = resultFile("Verenwick.log");
-
-/// A text as the solver takes it, one character an element.
-std::vector<std::int32_t> elements(const std::string& text) {
-  std::vector<std::int32_t> result(text.size());
-  std::transform(text.begin(), text.end(), result.begin(),
-                 [](char c) { return static_cast<std::int32_t>(static_cast<unsigned char>(c)); });
-  return result;
-}
-
-/// One call of the solver; true if it accepts the input.
-bool solve(const fs::path& input, const fs::path& directory, std::int32_t mode) {
-  const auto inputDirectory = elements(input.parent_path().string());
-  const auto inputName = elements(input.filename().string());
-  const auto resultDirectory = elements(directory.string());
-  const auto inputDirectoryLength = static_cast<std::int32_t>(inputDirectory.size());
-  const auto inputNameLength = static_cast<std::int32_t>(inputName.size());
-  const auto resultDirectoryLength = static_cast<std::int32_t>(resultDirectory.size());
-  std::int32_t status = 0;
-  VERENWICKSOLVER(inputDirectory.data(), &inputDirectoryLength, inputName.data(), &inputNameLength,
-                  resultDirectory.data(), &resultDirectoryLength, &status, &mode);
-  return status == 1;
-}
 
 /// The current directory for as long as it lives.
 class CurrentFolder {
@@ -249,7 +227,8 @@ void calculate(const RunRequest& request, const fs::path& folder, RunOutcome& ou
   bool accepted = false;
   {
     const CurrentFolder current(folder);
-    accepted = solve(request.input, request.directory, request.mode);
+    accepted = api::solve(request.input.parent_path().string(), request.input.filename().string(),
+                          request.directory.string(), api::Mode{request.mode});
   }
   const ResultDirectory unsized(request.directory);
   if (!unsized.has(kLog)) {

@@ -10,14 +10,12 @@
 #include "host/run/RunLock.h"
 #include "host/run/RunRecord.h"
 #include "results/ResultFileTable.h"
+#include "verenwick.h"
 
 namespace verenwick::host {
 namespace {
 
 namespace fs = std::filesystem;
-
-/// Characters of a path that the C interface takes.
-constexpr std::size_t kPathLength = 1000;
 
 constexpr std::size_t kLongestName =
     std::max_element(results::kResultFiles.begin(), results::kResultFiles.end(),
@@ -56,7 +54,7 @@ void checkWords(const fs::path& path, std::size_t room) {
 }  // namespace
 
 void checkInput(const fs::path& input) {
-  checkWords(fs::absolute(input), kPathLength);
+  checkWords(fs::absolute(input), VERENWICK_TEXT_LENGTH);
   checkReadable(input);
 }
 
@@ -65,7 +63,7 @@ void checkResultDirectory(const fs::path& directory) {
   if (!whole.has_filename()) {
     whole = whole.parent_path();
   }
-  checkWords(whole, kPathLength - kLongestName - 1);
+  checkWords(whole, VERENWICK_TEXT_LENGTH - kLongestName - 1);
   for (const results::ResultFile& file : results::kResultFiles) {
     checkTarget(whole / file.name);
   }
