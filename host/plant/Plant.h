@@ -14,7 +14,8 @@ struct Plant {
   ModelBundle model;
 };
 
-/// The text of an input file. Throws std::runtime_error if it can't be read or is larger than 1 GiB.
+/// The text of an input file. Throws std::runtime_error if it can't be read or is larger than 1
+/// GiB.
 input::InputDocument readDocument(const std::filesystem::path& input);
 
 /// Reads a plant by the solver's own reader; no other file is looked at. Nothing if the solver
