@@ -55,8 +55,8 @@ struct CylinderGas {
   VALUE(X, std::int32_t, NLOADCASE, 0, "number of load cases")                                                \
   VALUE(X, std::int32_t, ILOADCASE, 0, "current load case")                                                   \
   VALUE(X, double, POWERPERCYL, 0.0, "power per firing cylinder in the load case, W")                         \
-  ARRAY(X, double, CYLPOWERA, kMaxCylinders, "power of each cylinder of bank A, W")                           \
-  ARRAY(X, double, CYLPOWERB, kMaxCylinders, "power of each cylinder of bank B, W")                           \
+  ARRAY(X, double, CYLPOWERA, kMaxCylinders, "power of each cylinder of bank A, W; no result goes by it")     \
+  ARRAY(X, double, CYLPOWERB, kMaxCylinders, "power of each cylinder of bank B, W; no result goes by it")     \
   VALUE(X, double, LOADPERCENTAGE, 0.0, "torque over MCRTORQUE, fraction")                                    \
   VALUE(X, double, PMAXRPM, 0.0, "maximum cylinder pressure in the load case, Pa")                            \
   VALUE(X, double, PCHARGEAIRRPM, 0.0, "charge air pressure in the load case, Pa")                            \
@@ -71,7 +71,7 @@ struct CylinderGas {
   ARRAY(X, std::int32_t, FIRINGSTATUSB, kMaxCylinders, "firing status of bank B, 1 to 5")                     \
   ARRAY(X, double, FIRINGPERCENTA, kMaxCylinders, "percent of normal power at status 5")                      \
   ARRAY(X, double, FIRINGPERCENTB, kMaxCylinders, "percent of normal power at status 5")                      \
-  ARRAY(X, std::int32_t, FIRINGORDER, kMaxCylinders, "firing order numbers")                                  \
+  ARRAY(X, std::int32_t, FIRINGORDER, kMaxCylinders, "firing order numbers. Not part of a run.")              \
   ARRAY(X, double, FIRINGANGLEA, kMaxCylinders, "firing angle of bank A, rad")                                \
   ARRAY(X, double, FIRINGANGLEB, kMaxCylinders, "firing angle of bank B, rad")                                \
   VALUE(X, double, EXCITATIONPHASE, 0.0, "phase of the excitation, rad")                                      \
@@ -112,11 +112,12 @@ VERENWICK_TABLE_ID(DIESEL, IDIESEL)
 
 // Lookups and counts
 
-/// Position of the last engine that has an inertia among its cylinders; 0 if none has.
+/// Position of the last engine that has an inertia among its cylinders; 0 if none has. Not part of
+/// a run.
 std::int32_t GET_DIESEL_IDIESEL_BASEDON_CYLINDERINDEX(const DIESEL_TABLE& table,
                                                       std::int32_t inertiaId);
 
-/// Cylinder row of an inertia in an engine; 0 if it has none.
+/// Cylinder row of an inertia in an engine; 0 if it has none. Not part of a run.
 std::int32_t GET_DIESEL_ICYLINDER(const DIESEL_TABLE& table, std::int32_t iDiesel,
                                   std::int32_t inertiaId);
 
@@ -165,7 +166,7 @@ void CALCULATE_DIESEL_TORQUE(DIESEL_TABLE& table, std::int32_t iDiesel);
 /// Sets LOADPERCENTAGE from TORQUE and MCRTORQUE.
 void CALCULATE_DIESEL_LOADPERCENTAGE(DIESEL_TABLE& table, std::int32_t iDiesel);
 
-/// Largest cylinder power, W.
+/// Largest cylinder power, W. Not part of a run.
 double CALCULATE_DIESEL_NORMALCYLPOWER(const DIESEL_TABLE& table, std::int32_t iDiesel);
 
 /// Rated mean effective pressure, Pa, the power shared by the firing cylinders or by all.
@@ -190,7 +191,7 @@ double CALCULATE_DIESEL_DAMPING_CRANKTHROW(const DIESEL_TABLE& table, std::int32
 // Excitation
 
 /// Stores the pressure coefficients of one cylinder and the engine's mass factor at the operating
-/// point.
+/// point. Not part of a run.
 /// @param iCylinder cylinder row, 1 to NCYLINDER
 void CALCULATE_DIESEL_FOURIERCOEFFICIENT(DIESEL_TABLE& table, std::int32_t iDiesel,
                                          const LOADCASEGENSET_TABLE& genset, std::int32_t iCylinder,

@@ -7,10 +7,10 @@
 namespace verenwick {
 
 // clang-format off
-#define LOADCASEGENSET_FIELDS(VALUE, ARRAY, LIST, X)                                     \
-  VALUE(X, double, PRESSUREMAX, 0.0, "maximum cylinder pressure, Pa")                    \
-  VALUE(X, double, PRESSURECOMP, 0.0, "compression pressure, Pa")                        \
-  VALUE(X, double, PRESSUREINLET, 0.0, "inlet pressure, Pa; the genset file gives none")
+#define LOADCASEGENSET_FIELDS(VALUE, ARRAY, LIST, X)                  \
+  VALUE(X, double, PRESSUREMAX, 0.0, "maximum cylinder pressure, Pa") \
+  VALUE(X, double, PRESSURECOMP, 0.0, "compression pressure, Pa")     \
+  VALUE(X, double, PRESSUREINLET, 0.0, "inlet pressure, Pa. Not part of a run.")
 // clang-format on
 
 VERENWICK_TABLE(LOADCASEGENSET, LOADCASEGENSET_FIELDS)

@@ -78,7 +78,7 @@ double CALCULATE_PROPELLER_CURRENTINERTIAWATER(const PROPELLER_TABLE& table, std
                                                std::int32_t loadCase);
 
 /// Estimates INERTIAWATER in kg m2 from the geometry where it is missing; does nothing where it is
-/// given or the geometry is incomplete.
+/// given or the geometry is incomplete. Not part of a run.
 void CALCULATE_PROPELLER_INERTIAWATER(PROPELLER_TABLE& table, std::int32_t row);
 
 /// Sets ABSDAMPING in N m s/rad by the row's method at its SPEED and TORQUE, and returns it; 0 for

@@ -18,40 +18,40 @@ struct PumpCylinderGas {
 };
 
 // clang-format off
-#define RECIPROCATINGPUMP_FIELDS(VALUE, ARRAY, LIST, X)                                                        \
-  VALUE(X, std::string, NAME, {}, "pump name, at most 20 characters")                                          \
-  VERENWICK_MACHINE_FIELDS(VALUE, X)                                                                           \
-  VALUE(X, bool, ISDOUBLEACTING, false, "both sides of the piston work")                                       \
-  VALUE(X, bool, ISOPPOSITE, false, "each row has an opposite cylinder")                                       \
-  VALUE(X, double, VANGLE, 0.0, "angle between the cylinders of a row, degrees")                               \
-  VALUE(X, std::int32_t, NLOADCASE, 0, "number of load cases")                                                 \
-  VALUE(X, std::int32_t, ILOADCASE, 0, "current load case")                                                    \
-  VALUE(X, double, POWERPERCYL, 0.0, "power per cylinder in the load case, W")                                 \
-  VALUE(X, double, SPEEDPERCENTAGE, 0.0, "SPEED over MCRSPEED, fraction")                                      \
-  VALUE(X, double, LOADPERCENTAGE, 0.0, "TORQUE over MCRTORQUE, fraction")                                     \
-  ARRAY(X, double, CYLPOWERA, kMaxCylinders, "power of each cylinder, W")                                      \
-  ARRAY(X, double, CYLPOWERB, kMaxCylinders, "power of each opposite cylinder, W")                             \
-  VALUE(X, double, MIPRPM, 0.0, "mean pressure in the load case, Pa")                                          \
-  ARRAY(X, std::complex<double>, MASSFC, kMaxOrders, "oscillating mass factor by order index")                 \
-  LIST(X, PumpCylinderGas, GASFCPERCYLINDER, "tangential pressure of each cylinder row, Pa")                   \
-  VALUE(X, std::int32_t, NCYLINDER, 0, "cylinder rows")                                                        \
-  ARRAY(X, std::int32_t, CYLINDERS, kMaxCylinders, "id of the inertia of each row")                            \
-  ARRAY(X, std::int32_t, DISCHARGEORDER, kMaxCylinders, "discharge order numbers")                             \
-  ARRAY(X, double, DISCHARGEANGLEA, kMaxCylinders, "discharge angle, rad")                                     \
-  ARRAY(X, double, DISCHARGEANGLEB, kMaxCylinders, "discharge angle of the opposite cylinder, rad")            \
-  VALUE(X, double, EXCITATIONPHASE, 0.0, "phase of the excitation, rad")                                       \
-  VALUE(X, double, BORE, 0.0, "cylinder diameter, m")                                                          \
-  VALUE(X, double, STROKELENGTH, 0.0, "piston stroke, m")                                                      \
-  VALUE(X, double, CONRODRATIO, 0.0, "crank radius over rod length")                                           \
-  VALUE(X, double, RECIPMASS, 0.0, "reciprocating mass, kg")                                                   \
-  VALUE(X, bool, ISSIMPLIFIEDPRESSURE, false, "torque orders from the table below, else from a harmonic file") \
-  VALUE(X, std::int32_t, RECIPROCATINGPUMPORDERNUMBER, 0, "orders in use, 0 to 4")                             \
-  ARRAY(X, double, RECIPROCATINGPUMPORDER, kTorqueOrders, "harmonic orders")                                   \
-  ARRAY(X, double, RECIPROCATINGPUMPTORQUEPERCENT, kTorqueOrders, "torque of each order, fraction of TORQUE")  \
-  ARRAY(X, double, RECIPROCATINGPUMPTORQUEAMP, kTorqueOrders, "torque of each order in the load case, N m")    \
-  ARRAY(X, double, SIMPLIFIEDORDER, kMaxOrders, "order of the table by order index")                           \
-  ARRAY(X, std::complex<double>, TORQUEAMP, kMaxOrders, "torque coefficient of the table by order index, N m") \
-  VALUE(X, std::string, PUMPHARMONICFILE, {}, "harmonic file")                                                 \
+#define RECIPROCATINGPUMP_FIELDS(VALUE, ARRAY, LIST, X)                                                                    \
+  VALUE(X, std::string, NAME, {}, "pump name, at most 20 characters")                                                      \
+  VERENWICK_MACHINE_FIELDS(VALUE, X)                                                                                       \
+  VALUE(X, bool, ISDOUBLEACTING, false, "both sides of the piston work")                                                   \
+  VALUE(X, bool, ISOPPOSITE, false, "each row has an opposite cylinder")                                                   \
+  VALUE(X, double, VANGLE, 0.0, "angle between the cylinders of a row, degrees")                                           \
+  VALUE(X, std::int32_t, NLOADCASE, 0, "number of load cases")                                                             \
+  VALUE(X, std::int32_t, ILOADCASE, 0, "current load case")                                                                \
+  VALUE(X, double, POWERPERCYL, 0.0, "power per cylinder in the load case, W")                                             \
+  VALUE(X, double, SPEEDPERCENTAGE, 0.0, "SPEED over MCRSPEED, fraction")                                                  \
+  VALUE(X, double, LOADPERCENTAGE, 0.0, "TORQUE over MCRTORQUE, fraction")                                                 \
+  ARRAY(X, double, CYLPOWERA, kMaxCylinders, "power of each cylinder, W; no result goes by it")                            \
+  ARRAY(X, double, CYLPOWERB, kMaxCylinders, "power of each opposite cylinder, W; no result goes by it")                   \
+  VALUE(X, double, MIPRPM, 0.0, "mean pressure in the load case, Pa; no result goes by it")                                \
+  ARRAY(X, std::complex<double>, MASSFC, kMaxOrders, "oscillating mass factor by order index")                             \
+  LIST(X, PumpCylinderGas, GASFCPERCYLINDER, "tangential pressure of each cylinder row, Pa")                               \
+  VALUE(X, std::int32_t, NCYLINDER, 0, "cylinder rows")                                                                    \
+  ARRAY(X, std::int32_t, CYLINDERS, kMaxCylinders, "id of the inertia of each row")                                        \
+  ARRAY(X, std::int32_t, DISCHARGEORDER, kMaxCylinders, "discharge order numbers. Not part of a run.")                     \
+  ARRAY(X, double, DISCHARGEANGLEA, kMaxCylinders, "discharge angle, rad")                                                 \
+  ARRAY(X, double, DISCHARGEANGLEB, kMaxCylinders, "of the opposite cylinder, rad; VANGLE stands for it")                  \
+  VALUE(X, double, EXCITATIONPHASE, 0.0, "phase of the excitation, rad")                                                   \
+  VALUE(X, double, BORE, 0.0, "cylinder diameter, m")                                                                      \
+  VALUE(X, double, STROKELENGTH, 0.0, "piston stroke, m")                                                                  \
+  VALUE(X, double, CONRODRATIO, 0.0, "crank radius over rod length")                                                       \
+  VALUE(X, double, RECIPMASS, 0.0, "reciprocating mass, kg")                                                               \
+  VALUE(X, bool, ISSIMPLIFIEDPRESSURE, false, "torque orders from the table below, else from a harmonic file")             \
+  VALUE(X, std::int32_t, RECIPROCATINGPUMPORDERNUMBER, 0, "orders in use, 0 to 4")                                         \
+  ARRAY(X, double, RECIPROCATINGPUMPORDER, kTorqueOrders, "harmonic orders")                                               \
+  ARRAY(X, double, RECIPROCATINGPUMPTORQUEPERCENT, kTorqueOrders, "torque of each order, fraction of TORQUE")              \
+  ARRAY(X, double, RECIPROCATINGPUMPTORQUEAMP, kTorqueOrders, "torque of each order in the load case, N m; see TORQUEAMP") \
+  ARRAY(X, double, SIMPLIFIEDORDER, kMaxOrders, "order of the table by order index; no result goes by it")                 \
+  ARRAY(X, std::complex<double>, TORQUEAMP, kMaxOrders, "torque coefficient of the table by order index, N m")             \
+  VALUE(X, std::string, PUMPHARMONICFILE, {}, "harmonic file")                                                             \
   VALUE(X, SharedHarmonicData, NORMAL, {}, "harmonic data")
 // clang-format on
 
@@ -65,7 +65,7 @@ std::int32_t GET_RECIPROCATINGPUMP_NCYLFOURIERCOEFFICIENTS(const RECIPROCATINGPU
 std::vector<double> GET_RECIPROCATINGPUMP_HARMONICORDER(const RECIPROCATINGPUMP_TABLE& table,
                                                         std::int32_t iPump);
 
-/// Cylinder row of an inertia in a pump; 0 if it has none.
+/// Cylinder row of an inertia in a pump; 0 if it has none. Not part of a run.
 std::int32_t GET_RECIPROCATINGPUMP_ICYLINDER(const RECIPROCATINGPUMP_TABLE& table,
                                              std::int32_t iPump, std::int32_t inertiaId);
 
@@ -92,7 +92,8 @@ void CALCULATE_RECIPROCATINGPUMP_TORQUE(RECIPROCATINGPUMP_TABLE& table, std::int
 /// Sets LOADPERCENTAGE from TORQUE and MCRTORQUE.
 void CALCULATE_RECIPROCATINGPUMP_LOADPERCENTAGE(RECIPROCATINGPUMP_TABLE& table, std::int32_t iPump);
 
-/// Rated mean pressure of a working side of a piston, Pa. Every revolution is a working cycle.
+/// Rated mean pressure of a working side of a piston, Pa. Every revolution is a working cycle. Not
+/// part of a run.
 double CALCULATE_RECIPROCATINGPUMP_MEPMCR(const RECIPROCATINGPUMP_TABLE& table, std::int32_t iPump);
 
 /// Sets MIPRPM, and from a table of torque orders the torque and the coefficient of each.

@@ -17,6 +17,7 @@ VERENWICK_TABLE(RUBBERDAMPER, RUBBERDAMPER_FIELDS)
 VERENWICK_TABLE_ID(RUBBERDAMPER, IRUBBERDAMPER)
 
 /// First damper with this turning mass on this drive plate, in this order only; 0 if there is none.
+/// Not part of a run.
 std::int32_t GET_RUBBERDAMPER_IRUBBERDAMPER_NODE(const RUBBERDAMPER_TABLE& table,
                                                  std::int32_t turningMassNode,
                                                  std::int32_t drivePlateNode);

@@ -36,6 +36,7 @@ inline std::int32_t GET_VISCOUSDAMPER_NFREQUENCY(const VISCOUSDAMPER_TABLE& tabl
 }
 
 /// First damper whose ring and casing are these two inertias, whichever way round; 0 if none is.
+/// Not part of a run.
 std::int32_t GET_VISCOUSDAMPER_IVISCOUSDAMPER_NODE(const VISCOUSDAMPER_TABLE& table,
                                                    std::int32_t nodeA, std::int32_t nodeB);
 

@@ -7,7 +7,8 @@
 #include <string>
 #include <string_view>
 
-/// A text file in the result directory for whoever looks into a calculation; no run makes one.
+/// A text file in the result directory for whoever looks into a calculation. Not part of a run.
+/// Its texts keep their spelling, by which it is compared with older ones.
 namespace verenwick {
 
 class DiagnosticFile {

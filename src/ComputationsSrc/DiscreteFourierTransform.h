@@ -17,7 +17,7 @@ void DISCRETEFOURIERTRANSFORM(std::span<std::complex<double>> coefficients,
 
 /// Sums the terms of all coefficients into the signal. The terms of coefficient j over all points
 /// gather in element j of the signal, the elements beyond the number of coefficients stay zero:
-/// the routine is kept as the system has it, and nothing in a run calls it.
+/// the routine is kept as the system has it. Not part of a run.
 void INVERSEDISCRETEFOURIERTRANSFORM(std::span<const std::complex<double>> coefficients,
                                      std::span<double> signal);
 

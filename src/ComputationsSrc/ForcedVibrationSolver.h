@@ -14,7 +14,7 @@
 namespace verenwick::ForcedVibrationSolver {
 
 /// Whether the dynamic stiffness is held as a band or as three diagonals; off, it is a full matrix.
-/// The band forms leave out the damping given by magnifiers.
+/// The band forms leave out the damping given by magnifiers. They are not part of a run.
 inline constexpr bool UseBandStorage = false;
 
 /// The arrays of one system. Coordinate entries 1 to N are the diagonal, the others follow in pairs
@@ -32,7 +32,7 @@ struct SystemArrays {
 };
 
 /// How the dynamic stiffness is stored.
-enum class MatrixKind : std::int32_t { notChosen = -1, general = 0, banded = 1, tridiagonal = 2 };
+enum class MatrixKind : std::int32_t { general = 0, banded = 1, tridiagonal = 2 };
 
 /// One system to solve.
 struct ForcedSolverRecord {
@@ -87,6 +87,7 @@ void PREPAREMATRIXSTRUCTURE(ForcedSolverRecord& record);
 /// Releases a record, if there is one.
 void DESTROY(std::unique_ptr<ForcedSolverRecord>& record);
 
+/// INFO of a failed LAPACK call, 0 for none. Not part of a run.
 std::int32_t GETERRORFVS(const ForcedSolverRecord& record);
 
 /// The form in which the record's matrix is stored.

@@ -16,6 +16,7 @@ void CYLINDERPRESSURETOHARMONIC(std::span<double> pressure, std::span<const doub
 /// Sums the harmonics by INVERSEDISCRETEFOURIERTRANSFORM, with what is peculiar to it, and divides
 /// by the tangential factor. Where the rod force has no tangential part the neighbour before stands
 /// in, at the first point the one behind. A curve of other than 360 or 720 points comes out zero.
+/// Not part of a run.
 void HARMONICTOCYLINDERPRESSURE(std::span<double> pressure, std::span<const double> phi,
                                 double lambda, std::span<const double> SINECOMPONENT,
                                 std::span<const double> COSINECOMPONENT);

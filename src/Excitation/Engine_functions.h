@@ -7,10 +7,10 @@
 /// torques in N m, lengths in m. Bad values run on as not-a-number or infinity.
 namespace verenwick {
 
-/// Torque of a power at a speed.
+/// Torque of a power at a speed. Not part of a run.
 double CALCULATE_TORQUE(double power, double speed);
 
-/// Power of a torque at a speed.
+/// Power of a torque at a speed. Not part of a run.
 double CALCULATE_POWER(double torque, double speed);
 
 /// Mean effective pressure of one cylinder that delivers `power`.

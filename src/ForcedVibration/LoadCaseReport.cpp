@@ -42,6 +42,7 @@ constexpr std::array<std::string_view, 3> kReciprocatingPumpHeader = {
     "         [rpm]  [%MCRSpeed]    [kW/cyl]       [kNm]       [kNm]         [%]",
     "--------------------------------------------------------------------------"};
 
+// "basing on" is how hosts know these lines.
 constexpr std::string_view kDampingNote =
     "Note: The listed damping values are calculated basing on shaft order";
 constexpr std::string_view kStiffnessAndDampingNote =

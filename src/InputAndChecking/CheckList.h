@@ -16,7 +16,8 @@ namespace verenwick {
 /// More messages of one kind than anyone reads.
 inline constexpr std::int64_t kMostMessages = 10'000;
 
-/// Where the checks of a run write what they find.
+/// Where the checks of a run write what they find. Their words are the system's own, by which hosts
+/// know them: "orginal", "connneted", "unaccessable" and "Eletric" stay.
 class CheckLog {
  public:
   template <class... Pieces>

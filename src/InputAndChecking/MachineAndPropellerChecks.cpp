@@ -40,7 +40,7 @@ constexpr std::string_view kNodeNotListed =
 void checkElectricMotors(const ModelBundle& model, CheckLog& log) {
   checkRecords(log, "Electric motor", model.electricMotor, [&](RecordChecks& id, std::int32_t i) {
     const ELECTRICMOTOR_RECORD& motor = model.electricMotor.at(i);
-    RecordChecks it(log, "Eletric motor", id.id());
+    RecordChecks it(log, "Eletric motor", id.id());  // spelled so
     checkRotatingMachine(model, motor, motor.ELECTRICMOTORNODE, kNodeNotListed, it);
     checkOrders(motor.MOTORORDER, motor.MOTORORDERNUMBER, it);
   });

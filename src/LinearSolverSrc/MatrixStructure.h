@@ -4,7 +4,8 @@
 #include <span>
 #include <vector>
 
-/// Structure of a symmetric sparse matrix given by its coordinate entries.
+/// Structure of a symmetric sparse matrix given by its coordinate entries, for the band forms. Not
+/// part of a run.
 namespace verenwick {
 
 /// Lists the neighbours of every node, grouped by the second index list; entries on the diagonal

@@ -35,7 +35,7 @@ struct ShaftLineMatrices {
 /// @param loadCase selects the propellers' entrained water; 1 in the free problem
 void MASSANDSHAFTTABLEPREPARATION(Vibration vibration, ModelBundle& model, std::int32_t loadCase);
 
-/// Order of the system and number of its entries.
+/// Order of the system and number of its entries. It is spelled so, and so is this unit.
 void CALCUALTEMASSSTIFFNESSMATRIXDIMENSION(Vibration vibration, const MASS_TABLE& mass,
                                            std::int32_t& N, std::int32_t& NNZ);
 

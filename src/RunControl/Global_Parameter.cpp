@@ -5,6 +5,7 @@
 namespace verenwick {
 namespace {
 
+// The system's own default, on every platform; a run sets its directory first.
 std::string resultFileDir = "C:\\QRM test\\";
 std::int32_t fileId = 10;
 bool outputAngleBasedResults = false;

@@ -14,7 +14,7 @@ namespace verenwick {
 /// every input and data file.
 void STRINGDELETETAB(std::string& text);
 
-/// Leaves only the first word.
+/// Leaves only the first word. Not part of a run.
 void STRINGFIRSTWORD(std::string& text);
 
 /// Removes the first word; what follows moves to the front.

@@ -1,6 +1,6 @@
 #pragma once
 
-/// Helpers to time a run; no step of a run calls them.
+/// Helpers to time a run. Not part of a run.
 namespace verenwick {
 
 /// Appends the time of day, in hours, minutes, seconds and hundredths, to "c:\timelog.txt".

@@ -68,11 +68,6 @@ void ADJNODE::set(std::int32_t i, std::int32_t j) {
   insertOnce(into_[index(j)], i);
 }
 
-void ADJNODE::join(std::int32_t i, std::int32_t j) {
-  set(i, j);
-  set(j, i);
-}
-
 ShaftEnds shaftEnds(const ModelBundle& model, std::int32_t shaft) {
   const ShaftEnds ends{GET_MASS_IMASS(model.mass, GET_SHAFT_ORGNODE(model.shaft, shaft)),
                        GET_MASS_IMASS(model.mass, GET_SHAFT_DESNODE(model.shaft, shaft))};

@@ -20,8 +20,6 @@ class ADJNODE {
   std::int32_t nodes() const { return static_cast<std::int32_t>(from_.size()); }
   /// Sets element (i, j); positions from 1.
   void set(std::int32_t i, std::int32_t j);
-  /// Sets both symmetric elements.
-  void join(std::int32_t i, std::int32_t j);
   /// All j with element (i, j), ascending.
   const std::vector<std::int32_t>& from(std::int32_t i) const { return from_[index(i)]; }
   /// All j with element (j, i), ascending.
