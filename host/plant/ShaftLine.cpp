@@ -11,10 +11,6 @@
 namespace verenwick::host {
 namespace {
 
-/// A deflection below this share of the largest one is rounding: the inertia is at rest. Where two
-/// equal engines swing against each other, the line behind their gear keeps this much of noise.
-constexpr double kAtRest = 1e-10;
-
 /// The free text at the head of a file, without the marks that a comment begins with.
 std::string titleOf(const std::string& text) {
   return text.substr(std::min(text.find_first_not_of("!#*/;-= \t"), text.size()));

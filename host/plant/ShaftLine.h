@@ -79,6 +79,10 @@ struct ShapeNode {
   double along;
 };
 
+/// A deflection below this share of the largest one is rounding: the inertia is at rest. Where two
+/// equal engines swing against each other, the line behind their gear keeps this much of noise.
+inline constexpr double kAtRest = 1e-10;
+
 /// The nodes of a mode shape, one relative deflection an inertia: one lies on each shaft whose ends
 /// swing against each other. Inertias at rest that hang together are one node if their neighbours
 /// swing against each other. Nothing if the shape isn't finite.

@@ -9,7 +9,9 @@
 #include <cstdlib>
 #include <string>
 
+#include "host/Units.h"
 #include "host/plant/Readings.h"
+#include "host/summary/UnresolvedPeaks.h"
 #include "verenwick.h"
 
 namespace verenwick::host {
@@ -214,7 +216,18 @@ json reportData(const std::filesystem::path& input, const ResultDirectory& direc
         fmt::format("{} holds no results of an accepted input", directory.path().string()));
   }
   const ShaftLine line = readLineOf(directory, input);
-  json data = {{"title", line.title},
+  json data = {{"units",
+                {{"rpm", kRpmOfAngularSpeed},
+                 {"minute", kSecondsOfMinute},
+                 {"kilo", kKilo},
+                 {"mega", kMega},
+                 {"milli", kMilli}}},
+               {"limits",
+                {{"speedMargin", kSpeedMargin},
+                 {"samePeak", kSamePeak},
+                 {"atRest", kAtRest},
+                 {"ordersDrawn", kOrdersDrawn}}},
+               {"title", line.title},
                {"input", input.filename().string()},
                {"results",
                 std::filesystem::absolute(directory.path() / "").parent_path().filename().string()},

@@ -15,6 +15,9 @@ namespace verenwick::host {
 nlohmann::json rounded(double value);
 nlohmann::json rounded(const std::vector<double>& values);
 
+/// Orders that a curve is drawn of at a point, at the most.
+inline constexpr std::size_t kOrdersDrawn = 8;
+
 /// The whole document. Throws std::runtime_error if the results aren't of this input file, or if a
 /// result file is broken.
 nlohmann::json reportData(const std::filesystem::path& input,

@@ -24,8 +24,6 @@ using results::ResultFile;
 using results::resultFile;
 using results::ResultValues;
 
-/// Orders that a curve is drawn of at a point, at the most.
-constexpr std::size_t kOrdersDrawn = 8;
 /// An order below this share of the strongest one at its point isn't drawn.
 constexpr double kShareDrawn = 0.01;
 

@@ -1,5 +1,6 @@
-# Puts the parts of the report into one page, and the page into a C++ source as bytes.
-# usage: cmake -DSOURCE=host/report/page -DPACKAGES=node_modules -DOUTPUT=ReportPage.cpp
+# Bundles the modules of the report, puts all its parts into one page, and the page into a C++
+# source as bytes.
+# usage: cmake -DNODE=... -DSOURCE=host/report/page -DPACKAGES=node_modules -DOUTPUT=ReportPage.cpp
 #   -P EmbedPage.cmake
 function(insert marker)
   set(content "")
@@ -11,16 +12,23 @@ function(insert marker)
   set(page "${page}" PARENT_SCOPE)
 endfunction()
 
-set(scripts format layout tree plots sources free interference criticals forced report)
-list(TRANSFORM scripts PREPEND "${SOURCE}/")
-list(TRANSFORM scripts APPEND ".js")
+# The license of the plot library stands in the head of the page.
+set(bundle "${OUTPUT}.js")
+execute_process(
+  COMMAND ${CMAKE_COMMAND} -E env "NODE_PATH=${PACKAGES}"
+    "${NODE}" "${PACKAGES}/esbuild/bin/esbuild" "${SOURCE}/report.js" --bundle --format=iife
+    --target=es2020 --charset=utf8 --minify --legal-comments=none --log-level=warning
+    "--outfile=${bundle}"
+  RESULT_VARIABLE result)
+if(NOT result EQUAL 0)
+  message(FATAL_ERROR "The modules of the report can't be bundled.")
+endif()
 
 file(READ "${SOURCE}/report.html" page)
 insert(UPLOT_LICENSE "${PACKAGES}/uplot/LICENSE")
 insert(UPLOT_CSS "${PACKAGES}/uplot/dist/uPlot.min.css")
-insert(UPLOT_JS "${PACKAGES}/uplot/dist/uPlot.iife.min.js")
 insert(REPORT_CSS "${SOURCE}/report.css")
-insert(REPORT_JS ${scripts})
+insert(REPORT_JS "${bundle}")
 
 # The hex digits of the page, 32 bytes a line.
 file(WRITE "${OUTPUT}.html" "${page}")

@@ -1,11 +1,16 @@
 // The table of critical speeds, sorted by what matters.
 
-/** The highest critical speed of interest, as a multiple of the highest speed of the plant. */
-const SPEED_MARGIN = 1.3;
+import { RPM, data } from "./data.js";
+import { digits, plain, unitFor } from "./format.js";
+import { details, el, table } from "./elements.js";
+import { caseName, componentName } from "./names.js";
+import { forcedOrder, sources } from "./sources.js";
+import { highestSpeed } from "./interference.js";
+import { columnText } from "./forced.js";
 
 /** The critical speeds of the sources other than engines, which have no vector sum. */
 function otherCriticals() {
-  const highest = SPEED_MARGIN * highestSpeed();
+  const highest = data.limits.speedMargin * highestSpeed();
   return sources.filter(({ component }) => component.kind !== "diesel" && component.fixedSpeed === undefined)
     .flatMap(({ component, orders }) => orders.flatMap(order => data.free.frequencies.map((omega, i) => ({
       component: data.components.indexOf(component), order, mode: i + 1, rpm: omega * RPM / order, sum: null,
@@ -34,7 +39,7 @@ function forcedAt(critical, reference) {
 /** The peak between two load cases that a critical speed is; none where a load case stands on it. */
 const unresolvedAt = (critical, reference) => data.forced?.unresolved.find(each =>
   each.components.includes(critical.component) && plain(each.order) === plain(critical.order)
-  && (each.mode === critical.mode || Math.abs(each.speed - reference) < 0.01 * reference));
+  && (each.mode === critical.mode || Math.abs(each.speed - reference) < data.limits.samePeak * reference));
 
 /** The critical speeds: first those near a load case, by the amplitude there times the vector sum,
  * since other modes may have a share in the amplitude; then the others, by their vector sum over
@@ -46,7 +51,8 @@ function rankedCriticals() {
     const reference = each.rpm / data.components[each.component].ratio;
     const forced = forcedAt(each, reference);
     const share = each.sum ?? 1;
-    return { ...each, reference, forced, share, unresolved: unresolvedAt(each, reference), weight: forced ? forced.value * share : -1,
+    return { ...each, reference, forced, share, unresolved: unresolvedAt(each, reference),
+      weight: forced ? forced.value * share : -1,
       inside: data.speeds.length === 0 || (Math.min(...data.speeds) <= 1.1 * reference
         && Math.max(...data.speeds) >= 0.9 * reference) };
   });
@@ -79,7 +85,7 @@ function criticalTable(ranked) {
   return table(columns.map(([heading]) => heading), ranked.map(each => columns.map(([, text]) => text(each))));
 }
 
-function criticalTables() {
+export function criticalTables() {
   const ranked = rankedCriticals();
   if (ranked.length === 0) {
     return [];

@@ -1,5 +1,12 @@
 // Forced vibration: the worst of each quantity, the curves of shafts, inertias, dampers, couplings.
 
+import { data } from "./data.js";
+import { capital, digits, unitFor } from "./format.js";
+import { el, table } from "./elements.js";
+import { caseName, componentName, componentOfShaft, inertiaTitle, orderName, shaftTitle } from "./names.js";
+import { neighbours } from "./layout.js";
+import { caseAxis, casePlot, drawAgainst, figure, orderStroke } from "./plots.js";
+
 const TOTAL = { label: "synthesised", stroke: "#111", width: 2.4 };
 const NOMINAL = { label: "nominal", stroke: "#8b95a1", width: 1.8, dash: [8, 4] };
 
@@ -8,7 +15,7 @@ const RESULTANT = { label: "with damping torque", stroke: "#111", width: 1.2, da
 
 /** The largest value of a table of points against load cases, over chosen points: {value, point,
  * loadCase}; a value that isn't a number comes before all others. */
-function worstOf(total, points = total.map((_, i) => i)) {
+export function worstOf(total, points = total.map((_, i) => i)) {
   let worst = null;
   for (const point of points) {
     total[point].forEach((value, loadCase) => {
@@ -29,7 +36,7 @@ function strongestOrder(quantity, point, loadCase) {
 }
 
 /** The shafts that are a damper or a coupling. */
-const dampingShafts = [...componentOfShaft.keys()].sort((a, b) => a - b);
+export const dampingShafts = [...componentOfShaft.keys()].sort((a, b) => a - b);
 
 function amount(value, kind) {
   if (value === null) {
@@ -40,7 +47,7 @@ function amount(value, kind) {
 }
 
 /** The table of the first page: the worst of each. */
-function worstTable() {
+export function worstTable() {
   const rows = [];
   const add = (words, quantity, kind, title, points) => {
     const total = data.forced[quantity]?.total;
@@ -62,7 +69,7 @@ function worstTable() {
 }
 
 /** Peaks that the load cases step over, so that the largest values are higher than those stated. */
-function unresolvedNotes() {
+export function unresolvedNotes() {
   const { unresolved } = data.forced;
   if (!data.free) {
     return el("p", { class: "quiet" }, "Whether peaks lie between the load cases is not known without "
@@ -96,11 +103,11 @@ function addTorqueShare(rows) {
 }
 
 /** A value as it stands in a column, whose unit and largest value are known. */
-const columnText = (value, unit, most) =>
+export const columnText = (value, unit, most) =>
   (value === null ? "not a number" : digits(value / unit, 4, most / unit));
 
 /** The largest values of every shaft. */
-function shaftTable() {
+export function shaftTable() {
   const { torque, stress, loss } = data.forced;
   const [mostTorque, mostStress, mostLoss] =
     [torque, stress, loss].map(({ total }) => worstOf(total).value ?? 0);
@@ -159,7 +166,7 @@ function forcedFigure(parent, caption, name, kind, curves) {
   return entry;
 }
 
-function shaftFigures() {
+export function shaftFigures() {
   const place = el("div", { class: "figures" });
   data.shafts.forEach((shaft, row) => {
     const title = capital(shaftTitle(row));
@@ -173,7 +180,7 @@ function shaftFigures() {
   return place;
 }
 
-function dampingFigures() {
+export function dampingFigures() {
   const place = el("div", { class: "figures" });
   for (const row of dampingShafts) {
     const title = capital(componentName(componentOfShaft.get(row)));
@@ -201,7 +208,7 @@ function chosenInertias() {
 }
 
 /** Deflections of chosen inertias, with a list to choose further ones. */
-function deflectionFigures() {
+export function deflectionFigures() {
   const place = el("div", { class: "figures" });
   const choice = el("select", { id: "inertia-choice", "aria-label": "Add an inertia" });
   const drawn = new Set();
@@ -232,13 +239,10 @@ function deflectionFigures() {
 }
 
 /** Speed or load case as the axis of all curves. */
-function axisChoice() {
+export function axisChoice() {
   const choice = el("select", { id: "axis-choice", "aria-label": "Curves against" },
     el("option", { value: "speed" }, "speed"), el("option", { value: "case" }, "load case"));
   choice.value = caseAxis;
-  choice.addEventListener("change", () => {
-    caseAxis = choice.value;
-    figures.filter(entry => entry.followsCases).forEach(entry => entry.redraw());
-  });
+  choice.addEventListener("change", () => drawAgainst(choice.value));
   return el("p", { class: "choice" }, "Curves against ", choice);
 }

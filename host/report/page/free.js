@@ -1,6 +1,14 @@
 // Free vibration: natural frequencies and mode shapes.
 
-function frequencyTable() {
+import uPlot from "uplot";
+import { RPM, data } from "./data.js";
+import { digits, largest } from "./format.js";
+import { details, el, parted, table } from "./elements.js";
+import { tree } from "./layout.js";
+import { PALETTE, around, axis, figure, plotOptions } from "./plots.js";
+import { HIGHEST_CYLINDER_ORDER, highestExcitation } from "./sources.js";
+
+export function frequencyTable() {
   const { frequencies, nodes } = data.free;
   const rows = frequencies.map((omega, i) => [String(i + 1), digits(omega, 5),
     digits(omega / (2 * Math.PI), 5), digits(omega * RPM, 5),
@@ -94,7 +102,7 @@ function zeroLine(plot) {
 }
 
 /** The mode shapes; those that nothing in the plant excites are folded away. */
-function modeFigures() {
+export function modeFigures() {
   const limit = highestExcitation();
   const [near, far] = [el("div", { class: "figures modes" }), el("div", { class: "figures modes" })];
   let folded = 0;
@@ -102,7 +110,7 @@ function modeFigures() {
     const rpm = data.free.frequencies[i + 1] * RPM;
     const excited = limit === 0 || i < 2 || rpm <= limit;
     folded += excited ? 0 : 1;
-    const caption = `Mode ${i + 2}: ${digits(rpm, 5)} 1/min, ${digits(rpm / 60, 5)} Hz`;
+    const caption = `Mode ${i + 2}: ${digits(rpm, 5)} 1/min, ${digits(rpm / data.units.minute, 5)} Hz`;
     figure(excited ? near : far, shape.every(value => value !== null) ? caption
       : `${caption}, not finite: the reference inertia is at rest`,
       (holder, width) => modePlot(holder, width, i));

@@ -1,5 +1,12 @@
 // The diagram of interferences of orders and natural frequencies.
 
+import uPlot from "uplot";
+import { RPM, data } from "./data.js";
+import { capital, digits, plain } from "./format.js";
+import { el } from "./elements.js";
+import { PALETTE, axis, figure, plotOptions } from "./plots.js";
+import { highestExcitation, orderLines, sources } from "./sources.js";
+
 /** Sources whose order lines are the same, such as two engines on one gear, are drawn as one:
  * {components, name, lines}. */
 function drawnSources() {
@@ -31,14 +38,14 @@ function crossings(drawn, speed) {
 }
 
 /** The highest speed of the plant: that of the load cases, or else the rated ones, in rpm. */
-function highestSpeed() {
+export function highestSpeed() {
   const rated = data.components.filter(each => each.speed > 0).map(each => each.speed / each.ratio);
   return Math.max(0, ...(data.speeds.length > 0 ? data.speeds : rated));
 }
 
 const CASES = { line: "#a9c1da", area: "#eef3f8" }; // colours of the speeds of the load cases
 
-function campbell(parent) {
+export function campbell(parent) {
   const drawn = drawnSources();
   const speed = 1.15 * highestSpeed();
   const modes = data.free.frequencies.slice(1).map(omega => omega * RPM);

@@ -1,9 +1,13 @@
 // Where each inertia of the tree stands: a column along the line and a lane beside it. The trunk is
+
+import { data } from "./data.js";
+import { componentOfInertia } from "./names.js";
+
 // lane 0; branches lie above (negative lanes) and below it.
 
 const PRIME_MOVERS = ["diesel", "electric motor", "gas turbine", "steam turbine"];
 
-const neighbours = data.inertias.map(() => []);
+export const neighbours = data.inertias.map(() => []);
 data.shafts.forEach((shaft, row) => {
   neighbours[shaft.origin].push({ inertia: shaft.destination, shaft: row });
   neighbours[shaft.destination].push({ inertia: shaft.origin, shaft: row });
@@ -117,5 +121,5 @@ function layOut() {
   return { place, branches };
 }
 
-const tree = layOut();
+export const tree = layOut();
 tree.columns = Math.max(...tree.place.map(each => each.x)) + 1;

@@ -1,11 +1,17 @@
 // Plots by uPlot. They are drawn when they come near the window, or all at once for paper.
 
+import uPlot from "uplot";
+import { data } from "./data.js";
+import { digits, largest, plain, unitFor } from "./format.js";
+import { el } from "./elements.js";
+import { caseName, speedsDiffer } from "./names.js";
+
 // Drawn twice as fine as most screens ask for, so that plots stay sharp on paper.
 const screenRatio = window.devicePixelRatio;
 Object.defineProperty(window, "devicePixelRatio", { get: () => Math.max(2, screenRatio) });
 window.dispatchEvent(new Event("dppxchange"));
 
-const PALETTE = ["#3f6fa8", "#d9822b", "#c23b3b", "#3c8d5a", "#7b5aa6", "#8a5a2b", "#c6629c",
+export const PALETTE = ["#3f6fa8", "#d9822b", "#c23b3b", "#3c8d5a", "#7b5aa6", "#8a5a2b", "#c6629c",
   "#2d8c94"];
 const FONT = "12px system-ui, sans-serif";
 const PAPER_WIDE = 700; // px between the margins of A4
@@ -15,7 +21,7 @@ const PAPER_HEIGHT = 0.8; // of the height on a screen: three rows of curves fit
 const figures = [];
 
 /** A figure with a caption. `make(holder, width)` draws its plot. */
-function figure(parent, caption, make, wide = false) {
+export function figure(parent, caption, make, wide = false) {
   const holder = el("div", { class: "plot" });
   const node = el("figure", wide ? { class: "wide" } : {}, el("figcaption", {}, caption), holder);
   const entry = {
@@ -86,7 +92,7 @@ window.addEventListener("afterprint", () => {
 });
 
 /** What the axes of all plots have in common. */
-function axis(label, more = {}) {
+export function axis(label, more = {}) {
   return { label, size: 32, font: FONT, labelFont: FONT, labelSize: 20, stroke: "#333",
     grid: { stroke: "#e3e6ea", width: 1 }, ticks: { stroke: "#c8ced5", width: 1 },
     values: tickTexts, ...more };
@@ -100,7 +106,7 @@ function tickTexts(plot, splits) {
 
 /** Options that all plots have in common: hover by the cursor, zoom by dragging, back by a double
  * click, curves on and off by the legend. */
-function plotOptions(width, height, more) {
+export function plotOptions(width, height, more) {
   return {
     width, height, padding: [10, 14, 0, 0], ...more,
     cursor: { drag: { x: true, y: true, uni: 24 }, points: { size: 7 }, ...more.cursor },
@@ -126,7 +132,7 @@ function fromZero(plot, least, most) {
 }
 
 /** A range just around what is shown, for a scale that the user may zoom. */
-function around(plot, least, most) {
+export function around(plot, least, most) {
   const span = most - least || Math.abs(most) || 1;
   return [least - 0.03 * span, most + 0.03 * span];
 }
@@ -134,7 +140,13 @@ function around(plot, least, most) {
 // Curves against the load cases.
 
 /** "speed" or "case": what the curves of the forced vibration are drawn against. */
-let caseAxis = speedsDiffer && data.speeds.length > 1 ? "speed" : "case";
+export let caseAxis = speedsDiffer && data.speeds.length > 1 ? "speed" : "case";
+
+/** Draws all curves of the forced vibration against "speed" or "case". */
+export function drawAgainst(choice) {
+  caseAxis = choice;
+  figures.filter(entry => entry.followsCases).forEach(entry => entry.redraw());
+}
 
 function casesInOrder() {
   const cases = data.speeds.map((_, i) => i);
@@ -161,11 +173,11 @@ forcedSources.forEach((component, source) => {
   });
 });
 
-const orderStroke = curve => orderStrokes.get(`${curve.component} ${plain(curve.order)}`);
+export const orderStroke = curve => orderStrokes.get(`${curve.component} ${plain(curve.order)}`);
 
 /** A plot of curves against the load cases. `kind` chooses the unit; curves are {label, values,
  * stroke, dash, width, hidden}, the first one leads: without the cursor the legend shows where it peaks. */
-function casePlot(holder, width, name, kind, curves) {
+export function casePlot(holder, width, name, kind, curves) {
   const cases = casesInOrder();
   const most = Math.max(0, ...curves.filter(curve => !curve.hidden).flatMap(curve => curve.values)
     .map(value => Math.abs(value ?? 0)));
@@ -186,7 +198,8 @@ function casePlot(holder, width, name, kind, curves) {
     scales: { x: { time: false, range: around }, y: { range: fromZero } },
     axes: [caseAxis === "case" ? axis("load case", { incrs: [1, 2, 5, 10, 20, 50] })
       : axis("speed [rpm]"), axis(`${name} [${unitName}]`, { size: 58 })],
-    series: [{ label: "at", value: (plot, value, at, index) => caseName(cases[index ?? peak], caseAxis === "case" || !speedsDiffer) },
+    series: [{ label: "at", value: (plot, value, at, index) =>
+      caseName(cases[index ?? peak], caseAxis === "case" || !speedsDiffer) },
       ...series],
   }), [x, ...values], holder);
 }

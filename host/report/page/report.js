@@ -1,5 +1,16 @@
 // The report: its sections in the order in which it is read.
 
+import { data } from "./data.js";
+import { given, millimetres, plain, unitFor } from "./format.js";
+import { details, el, table } from "./elements.js";
+import { componentName, componentOfInertia, componentOfShaft } from "./names.js";
+import { drawTree } from "./tree.js";
+import { frequencyTable, modeFigures } from "./free.js";
+import { campbell } from "./interference.js";
+import { criticalTables } from "./criticals.js";
+import { axisChoice, columnText, dampingFigures, dampingShafts, deflectionFigures, shaftFigures,
+  shaftTable, unresolvedNotes, worstOf, worstTable } from "./forced.js";
+
 /** What must be said of all values, as of results that aren't held against the record of their
  * run. */
 const remark = () => (data.remark ? [el("p", { class: "remark" }, data.remark)] : []);
@@ -73,7 +84,7 @@ function freeSection() {
   const resting = data.free.nodes.some((nodes, i) => nodes !== null && nodes.length !== i + 1);
   content.append(el("p", { class: "quiet" },
     "Deflections at true speed, as a share of the largest one. Circles mark nodes."
-    + (resting ? " Inertias with less than 1e-10 of the largest deflection count as at rest." : "")),
+    + (resting ? ` Inertias with less than ${data.limits.atRest} of the largest deflection count as at rest.` : "")),
   ...modeFigures());
   return content;
 }
@@ -91,8 +102,8 @@ function forcedSection() {
       ? " Stress is 16 T / (π (D³ − d³)), on the safe side for hollow shafts." : ""];
   const content = section("forced", "Forced vibration", el("p", {},
     "Amplitudes: half the range of the synthesised wave; of an order, of its sine wave. A plot "
-    + "shows at most the eight strongest orders of its point. Legends give values under the cursor, "
-    + "or else where the synthesised curve peaks; what is pale in them isn't drawn."
+    + `shows at most the ${data.limits.ordersDrawn} strongest orders of its point. Legends give values `
+    + "under the cursor, or else where the synthesised curve peaks; what is pale in them isn't drawn."
     + notes.join("")), shaftTable(), axisChoice());
   content.append(el("h3", {}, "Shafts"), shaftFigures());
   if (data.forced.damping && dampingShafts.length > 0) {

@@ -1,5 +1,11 @@
 // The drawing of the mass-elastic system: discs sized by inertia, shafts, gears, components.
 
+import { data } from "./data.js";
+import { given, millimetres, plain } from "./format.js";
+import { el, svg } from "./elements.js";
+import { componentName, componentOfInertia, componentOfShaft, inertiaTitle, shaftTitle } from "./names.js";
+import { tree } from "./layout.js";
+
 const KIND_COLOURS = {
   "diesel": "#3f6fa8",
   "propeller": "#b5762a",
@@ -120,7 +126,7 @@ function shaftHint(row) {
 }
 
 /** The whole drawing. */
-function drawTree() {
+export function drawTree() {
   const step = Math.min(64, Math.max(30, 1180 / tree.columns));
   const width = (tree.columns + 0.2) * step;
   const lanes = [...new Set(tree.place.map(each => each.lane))].sort((a, b) => a - b);

@@ -54,6 +54,12 @@ test("the page holds what the result files hold", async () => {
   const page = await open(plant);
   const data = await page.evaluate(() => data);
   const [inertias, shafts, cases] = [data.inertias.length, data.shafts.length, data.speeds.length];
+  // What the program chooses the data by is what the page says and shows.
+  const { ordersDrawn, atRest, samePeak, speedMargin } = data.limits;
+  assert.ok([atRest, samePeak, speedMargin].every(Number.isFinite));
+  assert.equal(Math.max(...data.forced.torque.orders.map(curves => curves.length)), ordersDrawn);
+  assert.match(await page.locator("#forced p").first().textContent(),
+    new RegExp(`at most the ${ordersDrawn} strongest orders`));
   records(plant, "NaturalFrequency").forEach((omega, i) => near(data.free.frequencies[i], omega, `mode ${i + 1}`));
   const shapes = records(plant, "RelativeDeflection");
   data.free.shapes.flat().forEach((value, i) => near(value, shapes[i], `shape ${i}`));
@@ -291,7 +297,8 @@ test("paper has every plot and no page wider than A4", async () => {
   for (const shaft of shafts) {
     assert.ok(words.includes(`Shaft ${shaft}`), shaft);
   }
-  const undrawn = await page.evaluate(() => figures.filter(each => each.plot === null).length);
+  const undrawn = await page.evaluate(() =>
+    [...document.querySelectorAll("figure")].filter(each => each.entry.plot === null).length);
   assert.equal(undrawn, 0);
   assert.match(execFileSync("pdfinfo", [paper], { encoding: "utf8" }), /Page size: +59[45][.\d]* x 84[12]/);
   await page.close();

@@ -64,6 +64,9 @@ export async function open(plant, width = 1400) {
     }
   });
   await page.goto(url);
+  await page.evaluate(() => { // what the page was made of
+    window.data = JSON.parse(document.getElementById("data").textContent);
+  });
   page.milliseconds = await page.evaluate(() => performance.timing.loadEventEnd - performance.timing.navigationStart);
   return page;
 }
@@ -72,6 +75,7 @@ export async function open(plant, width = 1400) {
  * neither white nor a shade of grey, or darker than the grid. */
 export const drawAll = page => page.evaluate(async () => {
   document.querySelectorAll("details").forEach(each => { each.open = true; });
+  const figures = [...document.querySelectorAll("figure")].map(each => each.entry);
   figures.forEach(each => each.draw());
   await new Promise(resolve => setTimeout(resolve, 50));
   return figures.map(({ node, plot }) => {
