@@ -11,13 +11,14 @@
 
 #include "host/run/RunRecord.h"
 #include "results/ResultReader.h"
+#include "verenwick.h"
 
 namespace verenwick::host {
 
-inline constexpr std::int32_t kModeDescribe = 0;
-inline constexpr std::int32_t kModeFree = 1;
-inline constexpr std::int32_t kModeForced = 2;
-inline constexpr std::int32_t kModeBoth = 3;
+inline constexpr std::int32_t kModeDescribe = VERENWICK_MODE_REPORTS;
+inline constexpr std::int32_t kModeFree = VERENWICK_MODE_FREE;
+inline constexpr std::int32_t kModeForced = VERENWICK_MODE_FORCED;
+inline constexpr std::int32_t kModeBoth = VERENWICK_MODE_BOTH;
 
 /// The words for the run modes.
 inline constexpr std::array<std::pair<std::string_view, std::int32_t>, 4> kModeNames = {

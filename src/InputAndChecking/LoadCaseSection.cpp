@@ -63,6 +63,7 @@ bool readColumns(InputReader& in, ModelBundle& model, std::string ids, std::stri
     const std::string kindWord = takeWord(kinds);
     std::int32_t id = 0;
     if (!readWord(idWord, id)) {
+      // No slip: users know a fault of this row by the words of the propeller's line.
       in.log().record(
           "Error occurs when reading \"ArcherNumber, FrahmNumber,  KnucklePoint, TorquePercent1, "
           "TorquePercent2, ExcitationPhase, ConsiderPhaseAngle\" in input file line ",

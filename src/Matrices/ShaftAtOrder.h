@@ -32,13 +32,13 @@ enum class DampingElement { none, damper, coupling };
 ///     crank throw with formula  c by the formula     none                  as the matrices
 ///     Geislinger coupling       k and c at order     c at order            as the matrices
 ///     linear, progressive       k and c of the row   c by the magnifier    k and c of the row
-///     viscous damper by table   k and c at order     c at order            c at order, k of the
-///     row rubber damper             k and c of the row   c by the magnifier    k and c of the row
+///     viscous damper by table   k and c at order     c at order            c at order, k row
+///     rubber damper             k and c of the row   c by the magnifier    k and c of the row
 ///     other dampers             k and c of the row   c of the row          k and c of the row
 ///
-/// k of the row is STIFFNESSDYNAMIC, in which the load has stiffened the couplings; c is
-/// ABSDAMPING. A magnifier stands before c in the matrices, in the power loss c stands before the
-/// magnifier.
+/// k of the row is STIFFNESSDYNAMIC, into which MASSANDSHAFTTABLEPREPARATION puts the stiffness of
+/// linear and progressive couplings at the load; c is ABSDAMPING. A magnifier stands before c in
+/// the matrices, in the power loss c stands before the magnifier.
 class ShaftAtOrder {
  public:
   /// @param shaft position of the shaft; the model must live as long as this

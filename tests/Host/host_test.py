@@ -55,9 +55,10 @@ class Run(HostTest):
         self.assertEqual(self.run_plant(TWO, "--mode", "free", "--quiet").stdout, "")
 
     def test_a_report_shows_the_plant_that_was_calculated(self):
-        """A coupling in front of its shaft has no effect, one behind it replaces the stiffness, a
-        propeller with its water replaces the inertia of its row: the report's model has the natural
-        frequencies of the run."""
+        """A coupling in front of its shaft leaves the natural frequencies alone, one behind it
+        replaces the stiffness, a propeller with its water replaces the inertia of its row: the
+        report's model has the natural frequencies of the run. The load cases have the stiffness of
+        either coupling, and the page says so too."""
         early = "LINEARCOUPLING 2\n4 20000.0 3.0E5\n"
         text = early + SMALL_PLANT.replace("3 4 1.0 1.05E5", "3 4 1.0 9.0E5")
         done = self.run_plant(text, "--report", "--results", "of")
@@ -68,6 +69,7 @@ class Run(HostTest):
                          [3.6e7, 5.6e7, 1.05e5, 2e6])
         self.assertEqual([each["inertia"] for each in data["inertias"]], [6.2, 6.2, 85, 104, 35])
         self.assertIn("Linear coupling 2", done.stderr)
+        self.assertIn("3.000E+005", data["loadCaseSetting"])
         mass = numpy.diag([each["inertia"] for each in data["inertias"]])
         stiffness = numpy.zeros(mass.shape)
         for each in data["shafts"]:

@@ -77,11 +77,10 @@ std::string otherToken(const Field& field, std::string_view token) {
   return "C:\\other files\\of this kind.txt";
 }
 
-TEST(InputDocument, EveryPlantIsReadWholeAndStaysAsItIs) {
+TEST(InputDocument, EveryPlantIsReadWhole) {
   for (const std::string& text : plants()) {
     const InputDocument document(text);
     EXPECT_FALSE(document.failure()) << document.failure()->line;
-    EXPECT_EQ(document.text(), text);
     EXPECT_FALSE(document.sections().empty());
     EXPECT_FALSE(document.loadCases().empty());
   }
