@@ -43,14 +43,6 @@ class HelpText : public CLI::Formatter {
   }
 };
 
-std::vector<std::string> commandNames(const CLI::App& program) {
-  std::vector<std::string> names;
-  for (const CLI::App* command : listedCommands(program)) {
-    names.push_back(command->get_name());
-  }
-  return names;
-}
-
 std::string wordsOfUnknownOption(const std::string& word, const CLI::App& command) {
   const std::string name = word.substr(0, word.find('='));
   std::vector<std::string> known;
@@ -142,6 +134,14 @@ std::string wordsOfWrongUsage(const CLI::App& program, const CLI::ParseError& er
 std::vector<const CLI::App*> listedCommands(const CLI::App& program) {
   return program.get_subcommands(
       [](const CLI::App* command) { return !command->get_group().empty(); });
+}
+
+std::vector<std::string> commandNames(const CLI::App& program) {
+  std::vector<std::string> names;
+  for (const CLI::App* command : listedCommands(program)) {
+    names.push_back(command->get_name());
+  }
+  return names;
 }
 
 std::vector<const CLI::Option*> listedOptions(const CLI::App& command) {

@@ -18,6 +18,9 @@ std::string wordsOfWrongUsage(const CLI::App& program, const CLI::ParseError& er
 /// The commands that help shows.
 std::vector<const CLI::App*> listedCommands(const CLI::App& program);
 
+/// Their names, in the same order.
+std::vector<std::string> commandNames(const CLI::App& program);
+
 /// The options of a command that help shows, or what it takes without an option's name.
 std::vector<const CLI::Option*> listedOptions(const CLI::App& command);
 std::vector<const CLI::Option*> positionals(const CLI::App& command);

@@ -22,14 +22,6 @@ std::string resultNames() {
   return fmt::format("{}", fmt::join(names, " "));
 }
 
-std::string commandNames(const CLI::App& program) {
-  std::vector<std::string> names;
-  for (const CLI::App* command : listedCommands(program)) {
-    names.push_back(command->get_name());
-  }
-  return fmt::format("{}", fmt::join(names, " "));
-}
-
 std::string optionNames(const CLI::App& command) {
   std::vector<std::string> names;
   for (const CLI::Option* option : listedOptions(command)) {
@@ -141,7 +133,8 @@ _verenwick() {{
 }}
 complete -F _verenwick verenwick
 )bash",
-             options, values, places, commandNames(program), resultNames());
+             options, values, places, fmt::format("{}", fmt::join(commandNames(program), " ")),
+             resultNames());
 }
 
 /// A text in an argument between single quotes, where zsh gives colons and brackets a meaning.

@@ -22,7 +22,7 @@ using results::ResultFile;
 using results::ResultValues;
 
 /// Values that are copied at once.
-constexpr std::int64_t kBlockValues = 1 << 20;
+constexpr std::int64_t kChunkValues = 1 << 20;
 
 /// A call of the library failed.
 struct Hdf5Failure {};
@@ -132,7 +132,7 @@ void copyRecords(ResultValues& values, const Handle& set, const std::vector<hsiz
   }
   // Slices along the first axis, as many at once as a block takes.
   const auto slice = values.records() / static_cast<std::int64_t>(shape[0]);
-  const auto atOnce = std::max<std::int64_t>(1, kBlockValues / slice);
+  const auto atOnce = std::max<std::int64_t>(1, kChunkValues / slice);
   const Handle whole(H5Dget_space(set), H5Sclose);
   std::vector<double> block;
   std::vector<hsize_t> start(shape.size());

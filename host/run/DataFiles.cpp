@@ -30,7 +30,7 @@ StartFolder startFolder(const fs::path& input) {
   StartFolder current{fs::current_path(error), {}};
   bool foundBeside = false;
   std::set<std::string> seen;
-  const auto find = [&seen, &error](StartFolder& from, const std::string& name) {
+  const auto find = [&error](StartFolder& from, const std::string& name) {
     const fs::path path = (from.path / pathOf(name)).lexically_normal();
     if (!fs::is_regular_file(path, error)) {
       return false;

@@ -39,7 +39,7 @@ ELECTRICMOTOR 2
 0.0 0.0 0.0 0.0
 )";
 
-std::string propeller(int id, int node) {
+std::string icePropeller(int id, int node) {
   return "PROPELLER " + std::to_string(id) + "\n" + std::to_string(node) +
          " 200.0 250.0 4 390.0 10.0 0\n300.0 2000.0 0.8 0.6 1 100.0 0.0\n"
          "ARCHER 30.0 0.0 0.0 5.0 1.0 20.0 1\n0\nPROPELLERICE " +
@@ -48,13 +48,13 @@ std::string propeller(int id, int node) {
 
 /// The line with one propeller, at half and at full speed.
 std::string onePropeller(int id) {
-  return kGearedLine + propeller(id, 11) + "LOADCASE\nRPM 1 2 " + std::to_string(id) +
+  return kGearedLine + icePropeller(id, 11) + "LOADCASE\nRPM 1 2 " + std::to_string(id) +
          "\nELECTRICMOTOR ELECTRICMOTOR PROPELLER\n500 12.5 12.5 25\n1000 100 100 200\n";
 }
 
 /// The line with a second propeller, on a motor's row and four times as fast.
 const std::string kTwoPropellers =
-    kGearedLine + propeller(1, 11) + propeller(2, 17) +
+    kGearedLine + icePropeller(1, 11) + icePropeller(2, 17) +
     "LOADCASE\nRPM 1 2 1 2\nELECTRICMOTOR ELECTRICMOTOR PROPELLER PROPELLER\n"
     "1000 100 100 150 50\n";
 

@@ -15,7 +15,7 @@ using test::ReadModel;
 constexpr double kTurn = 2 * 3.141592653589793 / 60;  ///< rad/s of 1 rpm
 
 /// All values of a shaft at order 2 of a source that turns at 120 rpm.
-struct Values {
+struct ShaftValues {
   double stiffness;
   double damping;
   DampingElement element;
@@ -55,7 +55,7 @@ TEST(ShaftAtOrder, TakesTheValuesOfItsKindInMatricesDampingTorqueAndLoss) {
     std::string input;
     std::function<void(ModelBundle&)> change;
     bool goesWithOrder;
-    Values is;
+    ShaftValues is;
   };
   using enum DampingElement;
   const double formula = 3 * std::pow(2 * 50, 2);
