@@ -46,8 +46,8 @@ TEST(VectorSums, AddTheCylindersOfEveryEngineTurnedByOrderTimesFiringAngle) {
       for (std::size_t o = 0; o < 24; ++o) {
         const double order = (engine == 0 ? 0.5 : 1.0) * static_cast<double>(o + 1);
         for (std::size_t c = 0; c < firingDegrees[engine].size(); ++c) {
-          raw[o] += std::polar(deflection[mode * 9 + 2 + c % 6],
-                               order * firingDegrees[engine][c] * kPi / 180);
+          raw[o] += deflection[mode * 9 + 2 + c % 6] *
+                    std::polar(1.0, order * firingDegrees[engine][c] * kPi / 180);
         }
         EXPECT_DOUBLE_EQ(speeds[first + o], frequency[mode + 1] * 30 / kPi / order);
       }
