@@ -32,7 +32,7 @@ for package in CLI11 fmt nlohmann_json HDF5 PkgConfig GTest benchmark Python3; d
   without="$without -DCMAKE_DISABLE_FIND_PACKAGE_$package=ON"
 done
 # shellcheck disable=SC2086
-quietly cmake -S "$project" -B "$work/library" $without \
+quietly cmake -S "$project" -B "$work/library" $without -DCMAKE_UNITY_BUILD=ON \
   -DVERENWICK_BUILD_PROGRAM=OFF -DVERENWICK_BUILD_TESTS=OFF
 grep -q '^CMAKE_BUILD_TYPE:STRING=Release$' "$work/library/CMakeCache.txt"
 if grep -E '^(CMAKE_(C|Fortran)_COMPILER|NPM|NODE):' "$work/library/CMakeCache.txt"; then
@@ -69,7 +69,8 @@ export LD_LIBRARY_PATH
 serves "by pkg-config" "$work/refused" "$work/run"
 unset LD_LIBRARY_PATH
 
-quietly cmake -S "$consumer" -B "$work/by-subdirectory" -DHOSTS="$hosts" -DSOURCE="$project"
+quietly cmake -S "$consumer" -B "$work/by-subdirectory" -DHOSTS="$hosts" -DSOURCE="$project" \
+  -DCMAKE_UNITY_BUILD=ON
 for switch in PROGRAM TESTS BENCHMARKS; do
   grep -q "^VERENWICK_BUILD_$switch:BOOL=OFF$" "$work/by-subdirectory/CMakeCache.txt"
 done
