@@ -79,7 +79,7 @@ std::string wordsOf(const CLI::ParseError& error, const CLI::App& program,
   if (!commandUsed && dynamic_cast<const CLI::RequiredError*>(&error) != nullptr) {
     return "a command is missing; the commands are " + listed(commandNames(program));
   }
-  const std::string words = error.what();
+  std::string words = error.what();
   if (dynamic_cast<const CLI::ArgumentMismatch*>(&error) != nullptr) {
     const std::string name = words.substr(0, words.find(':'));
     const CLI::Option* option = command.get_option_no_throw(name);

@@ -16,6 +16,7 @@ namespace {
 /// The names of the result files as `show` takes them.
 std::string resultNames() {
   std::vector<std::string_view> names;
+  names.reserve(results::kResultFiles.size());
   for (const results::ResultFile& file : results::kResultFiles) {
     names.push_back(file.name.substr(0, file.name.rfind('.')));
   }
@@ -36,7 +37,7 @@ bool repeats(const CLI::Option& option) { return option.get_expected_max() > 1; 
 
 /// What bash completes: FILE, DIRECTORY, NAME, the choices behind a colon, or nothing behind it.
 std::string bashKind(const CLI::Option& option) {
-  const std::string type = valueOf(option);
+  std::string type = valueOf(option);
   if (type == "FILE" || type == "DIRECTORY" || type == "NAME") {
     return type;
   }
