@@ -162,6 +162,9 @@ void InputDocument::read() {
     }
     const Section* section = findSection(word);
     if (section == nullptr) {
+      if (!isBlank(lines.current())) {
+        skipped_.push_back(lines.number());
+      }
       if (sections_.empty() && title_.empty()) {
         title_ = remarkBehind({lines.number(), 0, 0});
       }
@@ -169,8 +172,8 @@ void InputDocument::read() {
     }
     SectionValues& values = sections_.emplace_back();
     if (!reader.readKeywordLine(*section, values) || !reader.readFurtherLines(values)) {
+      failure_ = {lines.number(), reader.message(), std::move(values), &reader.line()};
       sections_.pop_back();
-      failure_ = {lines.number(), reader.message()};
       return;
     }
   }
@@ -217,19 +220,19 @@ bool InputDocument::readColumns(std::string_view ids, std::string_view kinds) {
 
 bool InputDocument::readRow(TextLines& lines) {
   LoadCase row;
-  FreeFormat from(lines.current());
-  while (row.values.size() <= columns_.size()) {
+  const std::string& line = lines.current();
+  for (std::string_view rest = line; !isBlank(rest); rest = behindFirstWord(rest)) {
+    const std::string_view word = firstWord(rest);
     Value value;
-    if (!from.read(value.real)) {
-      if (!from.token().empty() || row.values.empty()) {
-        return false;
-      }
-      break;
+    if (!FreeFormat(word).read(value.real)) {
+      return false;
     }
-    value.place = {lines.number(),
-                   static_cast<std::size_t>(from.token().data() - lines.current().data()),
-                   from.token().size()};
-    row.values.push_back(std::move(value));
+    // A surplus power is left out.
+    if (row.values.size() <= columns_.size()) {
+      value.place = {lines.number(), static_cast<std::size_t>(word.data() - line.data()),
+                     word.size()};
+      row.values.push_back(std::move(value));
+    }
   }
   loadCases_.push_back(std::move(row));
   return true;
@@ -260,10 +263,7 @@ std::string InputDocument::remarkBehind(const Place& place) const {
   return std::string(rest.substr(0, rest.find_last_not_of(kBlanks) + 1));
 }
 
-std::string_view InputDocument::token(std::string_view name) const {
-  const Place place = find(name);
-  return std::string_view(text_).substr(offsetOf(place), place.length);
-}
+std::string_view InputDocument::token(std::string_view name) const { return token(find(name)); }
 
 Place InputDocument::find(std::string_view name) const {
   const std::vector<std::string> words = wordsOf(upperCase(name));

@@ -25,6 +25,9 @@ class InputDocument {
   struct Failure {
     std::int32_t line;
     std::string_view message;  ///< names the values of the line, as the solver's message does
+    /// The section as far as it could be read, and its line that couldn't; nothing in LOADCASE.
+    SectionValues section = {};
+    const Line* wanted = nullptr;
   };
   /// A column of the load case table, of a kind that can have one.
   struct Column {
@@ -42,13 +45,23 @@ class InputDocument {
   [[nodiscard]] const std::optional<Failure>& failure() const { return failure_; }
   /// The free text in front of the first section; empty if there is none.
   [[nodiscard]] const std::string& title() const { return title_; }
+  /// Lines between sections that aren't blank: titles, comments, and what was meant to be one of a
+  /// section and isn't.
+  [[nodiscard]] std::span<const std::int32_t> skippedLines() const { return skipped_; }
   /// In the order of the text, LOADCASE not among them.
   [[nodiscard]] std::span<const SectionValues> sections() const { return sections_; }
   [[nodiscard]] std::span<const Column> columns() const { return columns_; }
   [[nodiscard]] std::span<const LoadCase> loadCases() const { return loadCases_; }
 
+  [[nodiscard]] std::int32_t lineCount() const {
+    return static_cast<std::int32_t>(starts_.size()) - 1;
+  }
   /// A line as it is written, without its end; lines count from 1.
   [[nodiscard]] std::string_view line(std::int32_t number) const;
+  /// What is written at a place.
+  [[nodiscard]] std::string_view token(const Place& place) const {
+    return std::string_view(text_).substr(offsetOf(place), place.length);
+  }
   /// The free text behind a value on its line, as it is written.
   [[nodiscard]] std::string remarkBehind(const Place& place) const;
   /// The token of a named value, as it is written. Throws std::runtime_error for a name that is
@@ -75,6 +88,7 @@ class InputDocument {
   /// Where each line starts, and behind the last one the end of the text.
   std::vector<std::size_t> starts_;
   std::string title_;
+  std::vector<std::int32_t> skipped_;
   std::vector<SectionValues> sections_;
   std::vector<Column> columns_;
   std::vector<LoadCase> loadCases_;

@@ -46,7 +46,7 @@ bool SectionReader::readFurtherLines(SectionValues& values) {
     if (!stands(line.when, values)) {
       continue;
     }
-    message_ = line.message;
+    line_ = &line;
     if (!lines_.next() || !readLine(line, lines_.current(), values)) {
       return false;
     }
@@ -55,7 +55,7 @@ bool SectionReader::readFurtherLines(SectionValues& values) {
 }
 
 bool SectionReader::readLine(const Line& line, std::string_view text, SectionValues& values) {
-  message_ = line.message;
+  line_ = &line;
   if (!isPath(line)) {
     return readFields(line, text, values);
   }

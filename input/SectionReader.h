@@ -39,8 +39,9 @@ class SectionReader {
   /// Reads the further lines of the section whose keyword line has been read.
   [[nodiscard]] bool readFurtherLines(SectionValues& values);
 
-  /// The message of the line that couldn't be read last, and its number.
-  [[nodiscard]] std::string_view message() const { return message_; }
+  /// The line that couldn't be read last, its message and its number.
+  [[nodiscard]] const Line& line() const { return *line_; }
+  [[nodiscard]] std::string_view message() const { return line_->message; }
   [[nodiscard]] std::int32_t failedLine() const { return lines_.number(); }
 
  private:
@@ -51,7 +52,7 @@ class SectionReader {
   std::int32_t& inForce(const Field& field);
 
   Lines& lines_;
-  std::string_view message_;
+  const Line* line_ = nullptr;
   /// The choice in force of each field that is one.
   std::vector<std::pair<const Field*, std::int32_t>> choices_;
 };

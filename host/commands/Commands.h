@@ -12,6 +12,9 @@ namespace verenwick::host {
 /// words behind the program's name go into the record of the run.
 void addRunCommand(CLI::App& program, const std::vector<std::string>& words, int& status);
 
+/// verenwick check INPUT: what is wrong or unusual in a plant, before it is calculated.
+void addCheckCommand(CLI::App& program, int& status);
+
 /// verenwick show DIR NAME: any result file as a table.
 void addShowCommand(CLI::App& program, int& status);
 

@@ -34,6 +34,7 @@ int perform(int argc, char** argv) {
     program.set_version_flag("--version", "verenwick " VERENWICK_VERSION,
                              "Print the version and exit");
     verenwick::host::addRunCommand(program, words, status);
+    verenwick::host::addCheckCommand(program, status);
     verenwick::host::addShowCommand(program, status);
     verenwick::host::addReportCommand(program, status);
     verenwick::host::addExportCommand(program, status);

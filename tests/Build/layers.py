@@ -29,6 +29,7 @@ LAYERS = [
     ["host/run"],
     ["host/summary"],
     ["host/cylinder"],
+    ["host/check"],
     ["host/export"],
     ["host/report"],
     ["host/commands"],

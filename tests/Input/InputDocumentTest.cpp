@@ -153,7 +153,7 @@ TEST(InputDocument, ValuesHaveTheirUnitsAndPlaces) {
 TEST(InputDocument, ALoadCaseRowIsReplacedWholeOrByItsValues) {
   const std::string text =
       "INERTIA 1 1.0 100.0 0.0 0.0\nGASTURBINE 1\n1 5000.0 3000.0\n\nLOADCASE\ntable of the plant\n"
-      "RPM 1 5 1\nGASTURBINE ROWER STEAMTURBINE\n3000,0 5000.0 7 remark\n2500.0 3000.0\n\n1 2 3\n";
+      "RPM 1 5 1\nGASTURBINE ROWER STEAMTURBINE\n3000,0 5000.0 7 99\n2500.0 3000.0\n\n1 2 3\n";
   InputDocument document(text);
   ASSERT_EQ(document.loadCases().size(), 2U);
   ASSERT_EQ(document.columns().size(), 2U);  // the kind that is none has no column
@@ -165,7 +165,7 @@ TEST(InputDocument, ALoadCaseRowIsReplacedWholeOrByItsValues) {
                                             "2500.0 3000.0", "2500.0 3100"));
   document.replace("LOADCASE 1", "10 20 30");
   EXPECT_EQ(document.token("LOADCASE 1 STEAMTURBINE 1"), "30");
-  EXPECT_THAT(document.text(), HasSubstr("\n10 20 30 remark\n"));
+  EXPECT_THAT(document.text(), HasSubstr("\n10 20 30 99\n"));
 }
 
 TEST(InputDocument, RefusesWhatWouldChangeMoreThanTheValue) {
@@ -192,6 +192,7 @@ TEST(InputDocument, RefusesWhatWouldChangeMoreThanTheValue) {
       {"LOADCASE 99 RPM", "100"},
       {"LOADCASE 1 DIESEL 99", "100"},
       {"LOADCASE 1 RPM", "fast"},
+      {"LOADCASE 1", "100 200 idle"},
   };
   for (const auto& [name, token] : refused) {
     EXPECT_THROW(document.replace(name, token), std::runtime_error) << name << " " << token;

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "host/check/CheckedPlant.h"
+#include "host/check/Finding.h"
+
+/// The looks at a plant, by subject. Each adds what it finds.
+namespace verenwick::host {
+
+/// Parts that hang together in no tree, and rings.
+void checkTree(const CheckedPlant& plant, Findings& to);
+/// Sizes of inertias and shafts, ratios, damping.
+void checkShaftLine(const CheckedPlant& plant, Findings& to);
+void checkEngines(const CheckedPlant& plant, Findings& to);
+void checkPropellers(const CheckedPlant& plant, Findings& to);
+void checkCouplingsAndDampers(const CheckedPlant& plant, Findings& to);
+/// Speeds and powers of the load cases.
+void checkLoadCases(const CheckedPlant& plant, Findings& to);
+/// Lines that are nearly keywords, words that are nearly choices, ids that lead nowhere, places
+/// left to fill in.
+void checkNames(const CheckedPlant& plant, Findings& to);
+
+}  // namespace verenwick::host

@@ -1,0 +1,253 @@
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <exception>
+
+#include "host/Units.h"
+#include "host/check/Checks.h"
+#include "host/cylinder/Cylinder.h"
+
+namespace verenwick::host {
+namespace {
+
+/// A quantity that has usual values: outside them it is found.
+struct Range {
+  std::string_view code;
+  std::string_view field;
+  double least, most;  ///< in SI units
+  double unit;         ///< of the words
+  std::string_view expected;
+  std::string_view advice;
+};
+
+constexpr double kPercent = 1e-2;
+
+constexpr std::array kRanges = {
+    Range{"engine-rod", "ConrodRatio", 0.1, 0.52, 1, "crank radius over rod length, 0.1 to 0.52",
+          "write the ratio, not the length: a rod is at least as long as the stroke"},
+    Range{"engine-efficiency", "Me", 0.5, 1.0, kPercent, "a mechanical efficiency of 50 to 100 %",
+          "write it in per cent"},
+};
+
+constexpr std::array kPressureRanges = {
+    Range{"engine-pressure", "PMax", 20e5, 400e5, kBar, "a peak pressure of 20 to 400 bar",
+          "write it in bar above atmosphere"},
+    Range{"engine-pressure", "PComp", 10e5, 350e5, kBar, "a compression pressure of 10 to 350 bar",
+          "write it in bar above atmosphere"},
+    Range{"engine-charge", "PChargeAir", 0.5e5, 12e5, kBar,
+          "a pressure at inlet of 0.5 to 12 bar, absolute", "write it in bar, absolute"},
+    Range{"engine-charge", "TChargeAir", -20, 200, 1, "-20 to 200 °C", "write degrees Celsius"},
+    Range{"engine-compression", "CompRatio", 5, 30, 1, "a compression ratio of 5 to 30",
+          "write the ratio of the volumes"},
+    Range{"engine-efficiency", "Te", 0.2, 0.8, kPercent,
+          "20 to 80 % of the heat that becomes indicated work", "write it in per cent"},
+};
+
+void checkRanges(const CheckedPlant& plant, const SectionValues& diesel,
+                 std::span<const Range> ranges, Findings& to) {
+  for (const Range& range : ranges) {
+    if (!diesel.has(range.field)) {
+      continue;
+    }
+    const input::Value& value = diesel.all(range.field).front();
+    const bool isInteger = diesel.fieldOf(value).type == input::Type::integer;
+    const double number = isInteger ? value.integer : value.real;
+    if (number < range.least || number > range.most) {
+      to.add({Severity::warning, range.code, value.place.line,
+              valueWords(plant, diesel, range.field), std::string(range.expected),
+              std::string(range.advice)});
+    }
+  }
+}
+
+/// What follows from the rating of an engine whose values are positive.
+struct Rating {
+  double cylinders;
+  double cycles;         ///< of a cylinder in a second
+  double swept;          ///< volume of a cylinder, m3
+  double meanEffective;  ///< Pa
+  double meanIndicated;  ///< Pa
+};
+
+std::optional<Rating> ratingOf(const SectionValues& diesel) {
+  const double banks = diesel.integer("isVengine") == 1 ? 2 : 1;
+  Rating rating{};
+  rating.cylinders = banks * diesel.integer("nCylinder");
+  rating.cycles =
+      diesel.real("McrSpeed") / kSecondsOfMinute / (diesel.integer("nStroke") == 2 ? 1 : 2);
+  rating.swept = kPi / 4 * std::pow(diesel.real("Bore"), 2) * diesel.real("Stroke");
+  const double perCycle = rating.cylinders * rating.cycles * rating.swept;
+  if (!(perCycle > 0) || !(diesel.real("McrPower") > 0) || !(diesel.real("Me") > 0)) {
+    return std::nullopt;
+  }
+  rating.meanEffective = diesel.real("McrPower") / perCycle;
+  rating.meanIndicated = rating.meanEffective / diesel.real("Me");
+  return rating;
+}
+
+void checkRating(const CheckedPlant& plant, const SectionValues& diesel, Findings& to) {
+  const auto rating = ratingOf(diesel);
+  if (!rating) {
+    return;
+  }
+  constexpr double kLeast = 3e5;
+  constexpr double kMost = 35e5;
+  if (rating->meanIndicated < kLeast || rating->meanIndicated > kMost) {
+    to.add({Severity::warning, "engine-mip", lineOf(diesel, "McrPower"),
+            fmt::format("{}: a mean indicated pressure of {:.3g} bar",
+                        valueWords(plant, diesel, "McrPower"), rating->meanIndicated / kBar),
+            "3 to 35 bar by power, speed, strokes, cylinders, bore, stroke and efficiency",
+            "write the power of the whole engine in kW, its speed in rpm, bore and stroke in mm"});
+  } else if (diesel.has("PMax") && rating->meanIndicated >= diesel.real("PMax")) {
+    to.add({Severity::warning, "engine-peak", lineOf(diesel, "PMax"),
+            valueWords(plant, diesel, "PMax"),
+            fmt::format("above the mean indicated pressure of {:.3g} bar",
+                        rating->meanIndicated / kBar),
+            "write the peak pressure in bar"});
+  }
+  const double pistonSpeed = 2 * diesel.real("Stroke") * diesel.real("McrSpeed") / kSecondsOfMinute;
+  if (pistonSpeed < 4 || pistonSpeed > 25) {
+    to.add({Severity::warning, "engine-piston-speed", lineOf(diesel, "McrSpeed"),
+            fmt::format("{}: a mean piston speed of {:.3g} m/s",
+                        valueWords(plant, diesel, "McrSpeed"), pistonSpeed),
+            "4 to 25 m/s", "write the speed of the crankshaft in rpm and the stroke in mm"});
+  }
+  const double slenderness = diesel.real("Stroke") / diesel.real("Bore");
+  if (slenderness < 0.7 || slenderness > 5) {
+    to.add(
+        {Severity::warning, "engine-stroke", lineOf(diesel, "Stroke"),
+         fmt::format("{}: {:.3g} times the bore", valueWords(plant, diesel, "Stroke"), slenderness),
+         "0.7 to 5 times the bore", "write bore and stroke in mm, in this order"});
+  }
+  const double massOverVolume = diesel.real("RecipMass") / rating->swept;
+  if (massOverVolume < 500 || massOverVolume > 20000) {
+    to.add({Severity::hint, "engine-mass", lineOf(diesel, "RecipMass"),
+            fmt::format("{}: {:.3g} kg a litre of swept volume",
+                        valueWords(plant, diesel, "RecipMass"), massOverVolume / 1000),
+            "0.5 to 20 kg a litre",
+            "write the mass of piston, pin and the upper part of the rod of one cylinder, in kg"});
+  }
+}
+
+/// Whether the numbers are 1 to n in some order.
+bool isFiringOrder(std::vector<double> degrees) {
+  std::sort(degrees.begin(), degrees.end());
+  for (std::size_t i = 0; i < degrees.size(); ++i) {
+    if (std::abs(degrees[i] - static_cast<double>(i + 1)) > 1e-9) {
+      return false;
+    }
+  }
+  return degrees.size() > 2;
+}
+
+void checkFiring(const CheckedPlant& plant, const SectionValues& diesel, Findings& to) {
+  const double cycle = diesel.integer("nStroke") == 2 ? 360 : 720;
+  std::vector<double> angles;
+  for (const std::string_view bank : {"FiringAngleA", "FiringAngleB"}) {
+    if (bank == "FiringAngleB" && diesel.integer("isVengine") != 1) {
+      continue;
+    }
+    std::vector<double> degrees;
+    for (const input::Value& value : diesel.all(bank)) {
+      degrees.push_back(value.real * 180 / kPi);
+    }
+    if (isFiringOrder(degrees)) {
+      to.add({Severity::warning, "firing-order", lineOf(diesel, bank),
+              valueWords(plant, diesel, bank),
+              "the crank angle at which each cylinder fires, in degrees",
+              fmt::format("give cylinder c the angle {:g} x (place of c in the firing order - 1)",
+                          cycle / static_cast<double>(degrees.size()))});
+      return;
+    }
+    std::transform(degrees.begin(), degrees.end(), std::back_inserter(angles), [=](double angle) {
+      const double within = std::fmod(angle, cycle);
+      return within < 0 ? within + cycle : within;
+    });
+  }
+  if (angles.size() < 3) {
+    return;
+  }
+  std::sort(angles.begin(), angles.end());
+  double widest = angles.front() + cycle - angles.back();
+  for (std::size_t i = 1; i < angles.size(); ++i) {
+    widest = std::max(widest, angles[i] - angles[i - 1]);
+  }
+  const double even = cycle / static_cast<double>(angles.size());
+  constexpr double kUneven = 2.5;
+  if (widest > kUneven * even) {
+    to.add({Severity::warning, "firing-uneven", lineOf(diesel, "FiringAngleA"),
+            fmt::format("{}: {:.4g} degrees without a firing",
+                        valueWords(plant, diesel, "FiringAngleA"), widest),
+            fmt::format("about {:.4g} degrees from one firing to the next, over a cycle of {:g}",
+                        even, cycle),
+            "write degrees of a whole cycle: 720 for four-stroke engines"});
+  }
+}
+
+/// The peak that the pressure model reaches at rating, where it misses the one that is stated.
+void checkPeak(const SectionValues& diesel, Findings& to) {
+  const auto rating = ratingOf(diesel);
+  const bool isPlausible =
+      std::none_of(to.all().begin(), to.all().end(), [&diesel](const Finding& each) {
+        return each.severity == Severity::warning && each.line >= diesel.firstLine() &&
+               each.line <= diesel.values().back().place.line;
+      });
+  if (!rating || !diesel.flag("isTheoreticalPresure") || diesel.flag("isGenset") || !isPlausible) {
+    return;
+  }
+  Cylinder cylinder;
+  cylinder.strokes = diesel.integer("nStroke");
+  const double power = diesel.real("McrPower") / rating->cylinders;
+  cylinder.values = {diesel.real("Bore"),
+                     diesel.real("Stroke"),
+                     diesel.real("ConrodRatio"),
+                     diesel.real("CompRatio"),
+                     power,
+                     diesel.real("McrSpeed"),
+                     power,
+                     diesel.real("McrSpeed"),
+                     diesel.real("PChargeAir"),
+                     diesel.real("TChargeAir"),
+                     diesel.real("PMax"),
+                     diesel.real("PComp"),
+                     diesel.real("Te"),
+                     diesel.real("Me"),
+                     diesel.real("FormFactor"),
+                     diesel.real("AngleIgnition"),
+                     diesel.real("AngleEndOfComb"),
+                     diesel.real("AngleExhaustStart"),
+                     diesel.real("AngleInletStart"),
+                     diesel.real("AngleInletClose")};
+  try {
+    const PressureCurve curve = pressureCurve(cylinder);
+    if (curve.missedPeak) {
+      to.add({Severity::warning, "engine-curve", lineOf(diesel, "PMax"),
+              fmt::format("{}: the pressure curve reaches {:.4g} bar", nameOf(diesel),
+                          curve.peak / kBar),
+              fmt::format("{:.4g} bar, the stated peak", *curve.missedPeak / kBar),
+              "check heat share, form factor and angles by \"verenwick pressure\""});
+    }
+  } catch (const std::exception& fault) {
+    to.add({Severity::warning, "engine-curve", lineOf(diesel, "PMax"),
+            fmt::format("{}: {}", nameOf(diesel), fault.what()), "a pressure curve at rating",
+            "check pressures, compression ratio and angles by \"verenwick pressure\""});
+  }
+}
+
+}  // namespace
+
+void checkEngines(const CheckedPlant& plant, Findings& to) {
+  for (const SectionValues* diesel : plant.all("DIESEL")) {
+    checkRanges(plant, *diesel, kRanges, to);
+    if (diesel->flag("isTheoreticalPresure") && !diesel->flag("isGenset")) {
+      checkRanges(plant, *diesel, kPressureRanges, to);
+    }
+    checkRating(plant, *diesel, to);
+    checkFiring(plant, *diesel, to);
+    checkPeak(*diesel, to);
+  }
+}
+
+}  // namespace verenwick::host

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// What the look at a plant before its run finds.
+namespace verenwick::host {
+
+enum class Severity {
+  error,    ///< the solver refuses it
+  warning,  ///< it can't be meant
+  hint      ///< it is unusual
+};
+
+std::string_view wordOf(Severity severity);
+
+struct Finding {
+  Severity severity;
+  std::string_view code;  ///< its heading in docs/checking.md
+  std::int32_t line;      ///< of the input file, from 1; 0 where no line is meant
+  std::string found;      ///< whose value and what it is
+  std::string expected;
+  std::string advice;  ///< what to do
+};
+
+/// The findings of one look, each once.
+class Findings {
+ public:
+  void add(Finding finding) { all_.push_back(std::move(finding)); }
+  [[nodiscard]] const std::vector<Finding>& all() const { return all_; }
+  [[nodiscard]] std::size_t count(Severity severity) const;
+  /// Errors first, then warnings and hints, each in the order of the lines.
+  void sort();
+
+ private:
+  std::vector<Finding> all_;
+};
+
+}  // namespace verenwick::host

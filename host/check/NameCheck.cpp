@@ -1,0 +1,107 @@
+#include <fmt/format.h>
+
+#include <algorithm>
+
+#include "host/NearestWord.h"
+#include "host/check/Checks.h"
+#include "input/FreeFormat.h"
+#include "input/LineRules.h"
+#include "input/Words.h"
+
+namespace verenwick::host {
+namespace {
+
+std::vector<std::string> keywords() {
+  std::vector<std::string> words = {std::string(input::kLoadCaseKeyword)};
+  for (const input::Section& section : input::sections()) {
+    words.emplace_back(section.keyword);
+  }
+  return words;
+}
+
+/// A line that is skipped although its first word is nearly a keyword and a number follows, as in
+/// a section.
+void checkKeywords(const CheckedPlant& plant, Findings& to) {
+  const std::vector<std::string> known = keywords();
+  const input::InputDocument& document = plant.document();
+  for (const std::int32_t number : document.skippedLines()) {
+    std::string line(document.line(number));
+    input::cutLine(line, number == 1);
+    input::treatLine(line);
+    const std::string word = input::upperCase(input::firstWord(line));
+    const std::string_view rest = input::behindFirstWord(line);
+    std::int32_t id = 0;
+    const bool isSection = input::FreeFormat(rest).read(id) || input::isBlank(rest);
+    constexpr std::size_t kShortest = 4;
+    if (word.size() < kShortest || !isSection) {
+      continue;
+    }
+    if (const std::string near = nearest(word, known); !near.empty()) {
+      to.add({Severity::warning, "keyword", number, fmt::format("\"{}\" is no keyword", word),
+              fmt::format("{}, if a section is meant", near),
+              "write the keyword: the line is skipped as a title is, and those behind it too"});
+    }
+  }
+}
+
+/// A word that is none of a choice keeps what the section before had.
+void checkChoices(const CheckedPlant& plant, Findings& to) {
+  for (const SectionValues& section : plant.document().sections()) {
+    for (const input::Value& value : section.values()) {
+      const input::Field& field = section.fieldOf(value);
+      if (field.words.empty()) {
+        continue;
+      }
+      const std::string word = input::upperCase(plant.document().token(value.place));
+      std::vector<std::string> words(field.words.begin(), field.words.end());
+      if (std::find(words.begin(), words.end(), word) == words.end()) {
+        to.add({Severity::warning, "choice", value.place.line,
+                valueWords(plant, section, field.name),
+                fmt::format("one of {}", fmt::join(words, ", ")),
+                fmt::format("write one of them{}: another word keeps what the section before had",
+                            didYouMean(word, words))});
+      }
+    }
+  }
+}
+
+void checkThrows(const CheckedPlant& plant, Findings& to) {
+  constexpr std::int32_t kThrow = 1;
+  for (const SectionValues* shaft : plant.all("SHAFT")) {
+    if (shaft->integer("ShaftTypeFlag") == kThrow &&
+        plant.find("DIESEL", shaft->integer("ComponentIdFlag")) == nullptr) {
+      to.add({Severity::warning, "throw", lineOf(*shaft, "ComponentIdFlag"),
+              valueWords(plant, *shaft, "ComponentIdFlag"),
+              "the id of the DIESEL that the crank throw belongs to",
+              "write that id, or 0 0 for a shaft that is no crank throw"});
+    }
+  }
+}
+
+void checkIds(const CheckedPlant& plant, Findings& to) {
+  for (const input::Section& kind : input::sections()) {
+    if (kind.keyword == input::kAngleBasedKeyword || kind.keyword == "PROPELLERICE") {
+      continue;
+    }
+    for (const SectionValues* section : plant.all(kind.keyword)) {
+      const SectionValues* first = plant.find(kind.keyword, section->integer("Id"));
+      if (first != section) {
+        to.add({Severity::error, "id-twice", section->firstLine(),
+                fmt::format("{} a second time", nameOf(*section)),
+                fmt::format("an id of its own: line {} has this one", first->firstLine()),
+                "give it another number"});
+      }
+    }
+  }
+}
+
+}  // namespace
+
+void checkNames(const CheckedPlant& plant, Findings& to) {
+  checkKeywords(plant, to);
+  checkChoices(plant, to);
+  checkThrows(plant, to);
+  checkIds(plant, to);
+}
+
+}  // namespace verenwick::host
