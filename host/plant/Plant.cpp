@@ -39,9 +39,6 @@ std::optional<Plant> readPlant(const std::filesystem::path& input) {
   if (!readTables(text, unread, plant.model, wantsGensetFile)) {
     return std::nullopt;
   }
-  for (std::int32_t p = 1; p <= plant.model.propeller.number(); ++p) {
-    CALCULATE_PROPELLER_INERTIAWATER(plant.model.propeller, p);
-  }
   return plant;
 }
 
