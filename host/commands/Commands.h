@@ -15,6 +15,9 @@ void addRunCommand(CLI::App& program, const std::vector<std::string>& words, int
 /// verenwick check INPUT: what is wrong or unusual in a plant, before it is calculated.
 void addCheckCommand(CLI::App& program, int& status);
 
+/// verenwick new KIND: a commented input file to begin with.
+void addNewCommand(CLI::App& program, int& status);
+
 /// verenwick show DIR NAME: any result file as a table.
 void addShowCommand(CLI::App& program, int& status);
 

@@ -33,6 +33,7 @@ int perform(int argc, char** argv) {
     program.set_help_flag("-h,--help", "Print this help and exit");
     program.set_version_flag("--version", "verenwick " VERENWICK_VERSION,
                              "Print the version and exit");
+    verenwick::host::addNewCommand(program, status);
     verenwick::host::addRunCommand(program, words, status);
     verenwick::host::addCheckCommand(program, status);
     verenwick::host::addShowCommand(program, status);

@@ -115,7 +115,7 @@ class Words(HostTest):
     def test_wrong_usage(self):
         for line, words in (
                 ("rnu", 'unknown command "rnu"; did you mean run?'),
-                ("walk", "the commands are run, show, report, export, pressure and forces"),
+                ("walk", "the commands are new, run, show, report, export, pressure and forces"),
                 ("", "a command is missing"),
                 ("run x --resuls y", "unknown option --resuls; did you mean --results?"),
                 ("run x --resuls=y", "unknown option --resuls; did you mean --results?"),
@@ -142,7 +142,7 @@ class Words(HostTest):
         self.assertRegex(self.call("--version").stdout, r"\Averenwick \d+\.\d+\.\d+\n\Z")
 
     def test_help_fills_80_columns(self):
-        commands = ("run", "show", "report", "export", "pressure", "forces")
+        commands = ("new", "run", "show", "report", "export", "pressure", "forces")
         for arguments in ((), *((command,) for command in commands)):
             text = self.call(*arguments, "--help").stdout
             self.assertLessEqual(max(map(len, text.splitlines())), 80, text)
@@ -259,6 +259,7 @@ class Shells(HostTest):
             self.write(name, "")
         for line, words in (("verenwick r", ["run", "report"]),
                             ("verenwick --v", ["--version"]),
+                            ("verenwick new t", ["turbine", "two-stroke"]),
                             ("verenwick run --re", ["--results", "--report"]),
                             ("verenwick run plants/", ["plants/a b.txt"]),
                             ("verenwick run x --mode f", ["free", "forced"]),
@@ -289,7 +290,7 @@ class Shells(HostTest):
         text = subprocess.run(["mandoc", "-T", "ascii", manual], capture_output=True, text=True,
                               timeout=60).stdout
         text = re.sub(".\b", "", text)
-        for command in ("run", "show", "report", "export", "pressure", "forces"):
+        for command in ("new", "run", "show", "report", "export", "pressure", "forces"):
             self.assertIn(f"verenwick {command} [OPTION...]", text)
             for option in re.findall(r"^  (?:-\w,)?(--[\w-]+)",
                                      self.call(command, "--help").stdout, re.MULTILINE):

@@ -1,0 +1,81 @@
+"""`verenwick new`: input files that run as they are, marked where values are still to be put in."""
+import json
+import os
+import re
+import unittest
+
+from support import HostTest
+
+MARK = "<fill in>"
+# Mode 2 in rpm, the largest vibratory stress in N/mm2, and what the plant is made of: bounds that
+# a plant of such size keeps, and that no ratio, unit or order put wrong does.
+PLANTS = {
+    "genset": ((400, 750), (5, 60), {"diesels": 1, "generators": 1, "viscous dampers": 1}),
+    "two-stroke": ((300, 550), (30, 90), {"diesels": 1, "propellers": 1}),
+    "geared-twin": ((200, 450), (5, 60), {"diesels": 2, "propellers": 1, "linear couplings": 2}),
+    "pump-set": ((2500, 4500), (1, 60), {"electric motors": 1, "reciprocating pumps": 1}),
+    "turbine": ((1000, 4000), (0.05, 60), {"gas turbines": 1, "generators": 1}),
+}
+
+
+class New(HostTest):
+    def test_each_kind_runs_and_makes_sense(self):
+        for kind, (mode, stress, parts) in PLANTS.items():
+            with self.subTest(kind):
+                self.call("new", kind, "-o", f"{kind}.txt")
+                done = self.call("run", f"{kind}.txt", "--results", kind, "--json")
+                summary = json.loads(done.stdout)
+                self.assertEqual((summary["outcome"], summary["warnings"]), ("complete", []))
+                self.assertEqual(summary["unresolvedPeaks"], [])
+                self.assertEqual({name: summary["counts"][name] for name in parts}, parts)
+                rpm = summary["modes"][1]["angularFrequency"] * 60 / 6.283185307
+                self.assertTrue(mode[0] < rpm < mode[1], rpm)
+                largest = max(case["stress"]["value"] for case in summary["loadCases"]) / 1e6
+                self.assertTrue(stress[0] < largest < stress[1], largest)
+                self.assertEqual((self.here / kind / "Verenwick.log").read_text().count("Warning"), 0)
+
+    def test_marks_stand_where_values_belong(self):
+        for kind in PLANTS:
+            text = self.call("new", kind).stdout
+            self.assertTrue(text.isascii())
+            lines = text.splitlines()
+            table = lines.index("LOADCASE")
+            self.assertTrue(any(MARK in line for line in lines[table - 3:table]), kind)
+            for line in lines[:table]:
+                # All that the program doesn't state elsewhere: no inertia, shaft or rating without.
+                if re.match(r"INERTIA|SHAFT|\d+\.\d \d+\.\d [24] \d", line):
+                    self.assertTrue(MARK in line or "replaces this value" in line, line)
+            # Taken away one by one, they leave the same plant.
+            self.write(f"{kind}.txt", text)
+            self.write("done.txt", text.replace(MARK, ""))
+            summaries = [json.loads(self.call("run", name, "--results", "out", "--json",
+                                              "--mode", "free").stdout)
+                         for name in (f"{kind}.txt", "done.txt")]
+            self.assertEqual(summaries[0]["modes"], summaries[1]["modes"])
+
+    def test_never_over_a_file(self):
+        mine = self.write("plant.txt", "mine")
+        (self.here / "lost.txt").symlink_to("nowhere")
+        for name, words in (("plant.txt", "is there already; nothing is written over it"),
+                            ("lost.txt", "is a link"), (".", "is a directory"),
+                            ("no/where.txt", "where.txt")):
+            done = self.call("new", "genset", "-o", name, status=1)
+            self.assertIn(words, done.stderr)
+            self.assertEqual(done.stdout, "")
+        self.assertEqual(mine.read_text(), "mine")
+        self.assertEqual(sorted(os.listdir(self.here)), ["lost.txt", "plant.txt"])
+
+    def test_words(self):
+        for line, words in (("new", "KIND"), ("new gensett", "did you mean genset?"),
+                            ("new ship", "none of geared-twin, genset, pump-set, turbine and "),
+                            ("new genset turbine", "one argument too many"),
+                            ("new genset -o", "lacks its FILE")):
+            self.assertIn(words, self.call(*line.split(), status=2).stderr, line)
+        text = self.call("new", "--help").stdout
+        for kind in PLANTS:
+            self.assertRegex(text, rf"\n  {kind} +[A-Z]")
+            self.assertIn(kind, self.call("completion", "bash").stdout)
+
+
+if __name__ == "__main__":
+    unittest.main()
