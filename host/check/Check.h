@@ -3,6 +3,7 @@
 #include <filesystem>
 
 #include "host/check/Finding.h"
+#include "results/ResultReader.h"
 
 namespace verenwick::host {
 
@@ -10,9 +11,11 @@ namespace verenwick::host {
 /// if the file can't be read.
 Findings checkPlant(const std::filesystem::path& input);
 
-/// The same, and what the solver says to the plant: calculates it in a temporary directory. Peaks
-/// that the load cases step over are warnings. Throws std::runtime_error if the calculation can't
-/// begin.
+/// The same, and what the results of a run of the plant tell.
+Findings checkRun(const std::filesystem::path& input, const results::ResultDirectory& directory);
+
+/// The same of a run in a temporary directory, and what the solver says to the plant. Peaks that
+/// the load cases step over are warnings. Throws std::runtime_error if the calculation can't begin.
 Findings checkByCalculation(const std::filesystem::path& input);
 
 }  // namespace verenwick::host

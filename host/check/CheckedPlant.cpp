@@ -5,9 +5,19 @@
 #include <algorithm>
 #include <array>
 
+#include "host/run/DataFiles.h"
+
 namespace verenwick::host {
 
-CheckedPlant::CheckedPlant(const input::InputDocument& document) : document_(document) {
+CheckedPlant::CheckedPlant(const input::InputDocument& document, const std::filesystem::path& input)
+    : document_(document) {
+  for (const ReadFile& file : startFolder(input).dataFiles) {
+    dataFiles_.emplace(file.name, file.path);
+  }
+  std::error_code error;
+  if (const auto file = input.parent_path() / kGensetFile; std::filesystem::exists(file, error)) {
+    dataFiles_.emplace(kGensetFile, file);
+  }
   for (const SectionValues& section : document.sections()) {
     const std::string_view keyword = section.section().keyword;
     if (keyword == "OUTPUTANGLEBASEDRESULTS") {
@@ -82,6 +92,11 @@ std::optional<std::size_t> CheckedPlant::columnOf(const SectionValues& component
   });
   return found == columns.end() ? std::nullopt
                                 : std::optional(static_cast<std::size_t>(found - columns.begin()));
+}
+
+std::filesystem::path CheckedPlant::dataFile(const std::string& name) const {
+  const auto found = dataFiles_.find(name);
+  return found == dataFiles_.end() ? std::filesystem::path() : found->second;
 }
 
 std::vector<CasePower> CheckedPlant::powersOf(const SectionValues& component) const {

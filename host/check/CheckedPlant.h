@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <filesystem>
 #include <map>
 #include <optional>
 #include <set>
@@ -17,6 +18,9 @@ namespace verenwick::host {
 
 using input::SectionValues;
 
+/// Holds the pressures of genset engines; lies beside the input, which doesn't name it.
+inline constexpr const char* kGensetFile = "Genset.txt";
+
 /// A power of the load case table.
 struct CasePower {
   double rpm;    ///< of the load case, at the reference speed
@@ -27,7 +31,8 @@ struct CasePower {
 /// A plant as its input file states it, with the ways from one section to another that checks need.
 class CheckedPlant {
  public:
-  explicit CheckedPlant(const input::InputDocument& document);
+  /// The document of this input file; data files are looked for as a run looks for them.
+  CheckedPlant(const input::InputDocument& document, const std::filesystem::path& input);
 
   [[nodiscard]] const input::InputDocument& document() const { return document_; }
   /// All sections of a keyword, in the order of the file.
@@ -45,6 +50,8 @@ class CheckedPlant {
 
   /// The column of a component in the load case table, from 0; nothing if it has none.
   [[nodiscard]] std::optional<std::size_t> columnOf(const SectionValues& component) const;
+  /// The data file that a value names; empty if it isn't found.
+  [[nodiscard]] std::filesystem::path dataFile(const std::string& name) const;
   /// Its powers, one a load case; none if it has no column.
   [[nodiscard]] std::vector<CasePower> powersOf(const SectionValues& component) const;
 
@@ -52,6 +59,7 @@ class CheckedPlant {
   void own(const SectionValues* shaft);
 
   const input::InputDocument& document_;
+  std::map<std::string, std::filesystem::path> dataFiles_;
   std::map<std::string_view, std::vector<const SectionValues*>> byKeyword_;
   std::map<std::pair<std::string_view, std::int32_t>, const SectionValues*> byId_;
   std::map<std::int32_t, std::vector<const SectionValues*>> shaftsAt_;

@@ -2,6 +2,7 @@
 
 #include "host/check/CheckedPlant.h"
 #include "host/check/Finding.h"
+#include "results/ResultReader.h"
 
 /// The looks at a plant, by subject. Each adds what it finds.
 namespace verenwick::host {
@@ -18,5 +19,8 @@ void checkLoadCases(const CheckedPlant& plant, Findings& to);
 /// Lines that are nearly keywords, words that are nearly choices, ids that lead nowhere, places
 /// left to fill in.
 void checkNames(const CheckedPlant& plant, Findings& to);
+/// What it takes the results of a run to tell.
+void checkResults(const CheckedPlant& plant, const results::ResultDirectory& directory,
+                  Findings& to);
 
 }  // namespace verenwick::host

@@ -22,10 +22,31 @@ std::size_t Findings::count(Severity severity) const {
       all_.begin(), all_.end(), [=](const Finding& each) { return each.severity == severity; }));
 }
 
+Findings Findings::only(std::initializer_list<Severity> severities) const {
+  Findings some;
+  for (const Finding& each : all_) {
+    if (std::find(severities.begin(), severities.end(), each.severity) != severities.end()) {
+      some.add(each);
+    }
+  }
+  return some;
+}
+
 void Findings::sort() {
   std::stable_sort(all_.begin(), all_.end(), [](const Finding& a, const Finding& b) {
     return std::tie(a.severity, a.line) < std::tie(b.severity, b.line);
   });
+}
+
+FirstFindings::FirstFindings(const Findings& findings, std::size_t most) {
+  std::map<std::string_view, std::size_t> counts;
+  for (const Finding& each : findings.all()) {
+    if (counts[each.code]++ < most) {
+      shown.push_back(&each);
+    } else {
+      ++further[each.code];
+    }
+  }
 }
 
 }  // namespace verenwick::host

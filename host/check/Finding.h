@@ -1,8 +1,12 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <initializer_list>
+#include <map>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 /// What the look at a plant before its run finds.
@@ -31,11 +35,21 @@ class Findings {
   void add(Finding finding) { all_.push_back(std::move(finding)); }
   [[nodiscard]] const std::vector<Finding>& all() const { return all_; }
   [[nodiscard]] std::size_t count(Severity severity) const;
+  /// Those of some severities.
+  [[nodiscard]] Findings only(std::initializer_list<Severity> severities) const;
   /// Errors first, then warnings and hints, each in the order of the lines.
   void sort();
 
  private:
   std::vector<Finding> all_;
+};
+
+/// Some of each code, so that a fault that stands on every line hides no other.
+struct FirstFindings {
+  FirstFindings(const Findings& findings, std::size_t most);
+
+  std::vector<const Finding*> shown;
+  std::map<std::string_view, std::size_t> further;  ///< codes and how many more there are
 };
 
 }  // namespace verenwick::host

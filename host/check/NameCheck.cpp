@@ -4,6 +4,7 @@
 
 #include "host/NearestWord.h"
 #include "host/check/Checks.h"
+#include "host/plant/Placeholder.h"
 #include "input/FreeFormat.h"
 #include "input/LineRules.h"
 #include "input/Words.h"
@@ -95,6 +96,46 @@ void checkIds(const CheckedPlant& plant, Findings& to) {
   }
 }
 
+void checkDataFiles(const CheckedPlant& plant, Findings& to) {
+  for (const SectionValues& section : plant.document().sections()) {
+    for (const input::Value& value : section.values()) {
+      const input::Field& field = section.fieldOf(value);
+      if (field.length == input::kPathLength && !input::isBlank(value.text) &&
+          plant.dataFile(value.text).empty()) {
+        to.add({Severity::error, "data-file", value.place.line,
+                fmt::format("{}, which isn't there", valueWords(plant, section, field.name)),
+                "a file beside the input, or one from the current folder if none lies beside it",
+                "put the file there, or correct its name; a name ends with its line, remarks can't "
+                "follow it"});
+      }
+    }
+  }
+}
+
+/// The last engine decides whether a run reads the pressures of the load cases.
+void checkGensetFile(const CheckedPlant& plant, Findings& to) {
+  const auto diesels = plant.all("DIESEL");
+  if (!diesels.empty() && diesels.back()->integer("isGenset") == 1 &&
+      !plant.document().loadCases().empty() && plant.dataFile(kGensetFile).empty()) {
+    to.add(
+        {Severity::error, "data-file", lineOf(*diesels.back(), "isGenset"),
+         fmt::format("{}, and no {}", valueWords(plant, *diesels.back(), "isGenset"), kGensetFile),
+         fmt::format("{} beside the input, with a line an engine and load case", kGensetFile),
+         "put the file there, or write 0 for an engine whose pressures stand in its section"});
+  }
+}
+
+void checkPlaceholders(const CheckedPlant& plant, Findings& to) {
+  const input::InputDocument& document = plant.document();
+  for (std::int32_t number = 1; number <= document.lineCount(); ++number) {
+    if (document.line(number).find(kPlaceholder) != std::string_view::npos) {
+      to.add({Severity::warning, "placeholder", number,
+              fmt::format("\"{}\" still stands here", kPlaceholder), "the values of your plant",
+              "write them, then take the words away"});
+    }
+  }
+}
+
 }  // namespace
 
 void checkNames(const CheckedPlant& plant, Findings& to) {
@@ -102,6 +143,9 @@ void checkNames(const CheckedPlant& plant, Findings& to) {
   checkChoices(plant, to);
   checkThrows(plant, to);
   checkIds(plant, to);
+  checkDataFiles(plant, to);
+  checkGensetFile(plant, to);
+  checkPlaceholders(plant, to);
 }
 
 }  // namespace verenwick::host

@@ -20,6 +20,8 @@
 #include "host/GivenPaths.h"
 #include "host/Terminal.h"
 #include "host/UsageError.h"
+#include "host/check/Check.h"
+#include "host/check/FindingOutput.h"
 #include "host/commands/Commands.h"
 #include "host/commands/OptionChecks.h"
 #include "host/report/Report.h"
@@ -47,8 +49,23 @@ struct RunOptions {
   bool quiet = false;
   bool report = false;
   bool json = false;
+  bool noAdvice = false;
+  bool strict = false;
   std::vector<std::string> words;  ///< of the command line
 };
+
+/// The look at a plant before its run. Nothing is found in a file that can't be read: the run says
+/// so.
+Findings findingsOf(const fs::path& input, const RunOptions& options) {
+  if (options.noAdvice) {
+    return {};
+  }
+  try {
+    return checkPlant(input);
+  } catch (const std::runtime_error&) {
+    return {};
+  }
+}
 
 /// A run in this process, with a line of its progress for a person who waits.
 RunOutcome watchedRun(const RunOptions& options, const RunRequest& request) {
@@ -113,14 +130,25 @@ int runOne(const RunOptions& options) {
   }
   RunOutcome outcome;
   RunSummary summary;
+  Findings findings;
   try {
     checkInput(request.input);
     checkResultDirectory(request.directory);
     if (options.report) {
       checkTarget(request.directory / kReportName);
     }
+    findings = findingsOf(input, options);
+    if (!options.quiet) {
+      printAdvice(options.inputs.front(), findings.only({Severity::warning, Severity::hint}));
+    } else if (options.strict) {
+      printAdvice(options.inputs.front(), findings.only({Severity::warning}));
+    }
+    if (options.strict && findings.count(Severity::warning) > 0) {
+      throw std::runtime_error("the input has warnings: nothing was calculated");
+    }
     outcome = watchedRun(options, request);
-    if (outcome.record.status == RunStatus::complete && (options.json || !options.quiet)) {
+    if (outcome.record.status == RunStatus::complete &&
+        (options.json || !options.quiet || options.strict)) {
       const results::ResultDirectory directory(request.directory, outcome.record.orders);
       summary = summarise(input, directory, steps);
     }
@@ -133,12 +161,20 @@ int runOne(const RunOptions& options) {
   }
   const bool complete = outcome.record.status == RunStatus::complete;
   if (!complete) {
+    if (outcome.record.status == RunStatus::refused) {
+      printAdvice(options.inputs.front(), findings.only({Severity::error}));
+    }
     printFailure(outcome);
   } else if (!options.quiet) {
     printLog(outcome.log);
   }
+  const bool warned =
+      options.strict && (!outcome.record.warnings.empty() || !summary.peaks.empty());
+  const int status = complete && !warned ? 0 : 1;
   if (options.json) {
     nlohmann::ordered_json document = documentOf(request, outcome);
+    document["status"] = status;
+    document["findings"] = jsonOf(findings);
     if (complete) {
       document.update(jsonOf(summary, steps));
     }
@@ -150,7 +186,11 @@ int runOne(const RunOptions& options) {
       fmt::print("Report in {}\n", (request.directory / kReportName).string());
     }
   }
-  return complete ? 0 : 1;
+  if (complete && warned) {
+    std::fputs("verenwick: the results are whole; the run has warnings, which --strict refuses\n",
+               stderr);
+  }
+  return status;
 }
 
 /// Names for the inputs that differ: of the files, or else of their folders.
@@ -188,13 +228,21 @@ std::vector<PlannedRun> plannedRuns(const RunOptions& options) {
 int runSeveral(const RunOptions& options) {
   const std::vector<PlannedRun> plans = plannedRuns(options);
   const Steps steps = stepsOf(options.mode);
+  std::vector<Findings> findings;
+  for (std::size_t i = 0; i < plans.size(); ++i) {
+    findings.push_back(findingsOf(plans[i].input, options));
+    if (!options.quiet && !options.strict) {  // the runs themselves tell what --strict refuses
+      printAdvice(options.inputs[i], findings.back().only({Severity::warning, Severity::hint}));
+    }
+  }
   const HeldSignals held;  // takes effect in the end
   std::map<const PlannedRun*, RunSummary> summaries;
-  std::vector<FinishedRun> finished = runMany(
-      plans,
-      {options.mode, options.jobs, options.report, options.quiet, [&](const PlannedRun& plan) {
-         summaries[&plan] = summarise(plan.input, openResults(plan.results).directory, steps);
-       }});
+  std::vector<FinishedRun> finished =
+      runMany(plans, {options.mode, options.jobs, options.report, options.strict, options.quiet,
+                      [&](const PlannedRun& plan) {
+                        summaries[&plan] =
+                            summarise(plan.input, openResults(plan.results).directory, steps);
+                      }});
   if (const auto signal = HeldSignals::caught()) {
     std::fputs(fmt::format("verenwick: ended by {}; the runs that are not done have no results\n",
                            signalName(*signal))
@@ -214,7 +262,11 @@ int runSeveral(const RunOptions& options) {
                                         : std::optional(std::move(found->second))});
   }
   if (options.json) {
-    printDocument(jsonOf(runs, steps));
+    nlohmann::ordered_json documents = jsonOf(runs, steps);
+    for (std::size_t i = 0; i < runs.size(); ++i) {
+      documents[i]["findings"] = jsonOf(findings[i]);
+    }
+    printDocument(documents);
   } else if (!options.quiet) {
     printTable(runs);
   }
@@ -285,6 +337,12 @@ void addRunCommand(CLI::App& program, const std::vector<std::string>& words, int
                     "Write the report of a run, report.html, into its result directory");
   command->add_flag("--json", options->json, "Print the summary as a JSON document");
   command->add_flag("--quiet", options->quiet, "Print nothing but what went wrong");
+  CLI::Option* noAdvice = command->add_flag(
+      "--no-advice", options->noAdvice, "Leave out the look at the input before the calculation");
+  command
+      ->add_flag("--strict", options->strict,
+                 "Calculate no input that has warnings, and fail on warnings of the run")
+      ->excludes(noAdvice);
   command->footer("Example:\n  verenwick run plant.txt --results plant --report");
   command->callback([options, &status] {
     status = options->inputs.size() == 1 ? runOne(*options) : runSeveral(*options);

@@ -10,6 +10,8 @@
 #include <string>
 
 #include "host/Units.h"
+#include "host/check/Check.h"
+#include "host/check/FindingOutput.h"
 #include "host/plant/Readings.h"
 #include "host/summary/UnresolvedPeaks.h"
 #include "verenwick.h"
@@ -179,6 +181,22 @@ json freeData(const ShaftLine& line, const ResultDirectory& directory) {
   return data;
 }
 
+/// What the look at the input finds, the first of each kind.
+json findings(const std::filesystem::path& input, const ResultDirectory& directory) {
+  constexpr std::size_t kMost = 5;
+  const Findings all = checkRun(input, directory);
+  const FirstFindings first(all, kMost);
+  json rows = json::array();
+  for (const Finding* each : first.shown) {
+    rows.push_back(json(jsonOf(*each)));
+  }
+  json further = json::array();
+  for (const auto& [code, count] : first.further) {
+    further.push_back({code, count});
+  }
+  return {{"rows", std::move(rows)}, {"further", std::move(further)}};
+}
+
 std::string textOf(const ResultDirectory& directory, const ResultFile& file) {
   return directory.has(file) ? directory.text(file) : "";
 }
@@ -234,6 +252,7 @@ json reportData(const std::filesystem::path& input, const ResultDirectory& direc
                {"version", VERENWICK_VERSION},
                {"time", timeOf(directory)},
                {"log", textOf(directory, resultFile("Verenwick.log"))},
+               {"findings", findings(input, directory)},
                {"firing", textOf(directory, resultFile("Overview.txt"))},
                {"loadCaseSetting", textOf(directory, resultFile("LoadCaseSetting.txt"))},
                {"counts", counts(directory)},

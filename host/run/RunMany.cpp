@@ -51,6 +51,9 @@ void start(Progress& run, const ManyOptions& options) {
   if (options.report) {
     words.emplace_back("--report");
   }
+  if (options.strict) {
+    words.emplace_back("--strict");
+  }
   run.started = Clock::now();
   run.begun = momentNow();
   try {

@@ -21,6 +21,7 @@ struct ManyOptions {
   std::int32_t mode;
   unsigned jobs;  ///< runs at the same time
   bool report;    ///< write the report of each
+  bool strict;    ///< calculate none that has warnings
   bool quiet;     ///< show no progress
   /// What is to be done with a good run as soon as it has ended. One for which it throws has
   /// failed.

@@ -1,8 +1,11 @@
 """Looks at plants with one fault each: what is found, on which line, and with which status."""
 import json
+import pathlib
 import unittest
 
 from support import EXAMPLES, SMALL_PLANT, HostTest
+
+TESTS = pathlib.Path(__file__).resolve().parent.parent
 
 # Without a fault: the propeller's row has the sum of its inertias.
 PLANT = SMALL_PLANT.replace("INERTIA 5 1.0  40.0", "INERTIA 5 1.0  35.0")
@@ -91,8 +94,47 @@ FAULTS = [
     ("180.0 0.0 1 1", "180.0 0.0 1 7", "warning", "throw", "SHAFT 1", "ComponentIdFlag 7"),
 ]
 
+# The same plant with a damper whose casing is inertia 1; it needs results or a data file to be told.
+DAMPED = PLANT.replace("DIESEL 1 Engine", """\
+INERTIA 6 1.0   4.0 0.0  0.0
+SHAFT 5 1 6 1.0 1.0 1500.0 0.0 0.0 0.0 0 0
+VISCOUSDAMPER 1
+1 6 1500.0 1
+table.txt
+DIESEL 1 Engine""", 1)
+FIXED = DAMPED.replace("1500.0 1\ntable.txt", "1500.0 0")
+DAMPER_FAULTS = [
+    (FIXED, "", "", None, None, None, None),
+    (FIXED, "1.0 1500.0 0.0", "1.0 1.5 0.0", "hint", "damper-optimum", "SHAFT 5", "1.5"),
+    (FIXED, "1.0 1500.0 0.0", "1.0 1.5E6 0.0", "hint", "damper-optimum", "SHAFT 5", "1.5E6"),
+    (FIXED, "3 20000.0 1.05E5", "3 900.0 1.05E5", "hint", "coupling-torque", "3 900.0",
+     "the load cases carry up to"),
+    (FIXED, "3 20000.0 1.05E5", "3 2.0E6 1.05E5", "hint", "coupling-torque", "3 2.0E6", "of it"),
+    (DAMPED, "", "", None, None, None, None),
+    (DAMPED, "table.txt", "short.txt", "hint", "damping-table", "short.txt",
+     "its table holds 50 to 100 Hz; order 0.5 at 900 rpm is at 7.5 Hz"),
+    (DAMPED, "table.txt", "steep.txt", "warning", "damping-table", "steep.txt", "gives -"),
+    (DAMPED, "table.txt", "gone.txt", "error", "data-file", "gone.txt", "gone.txt"),
+]
+
+# Frequencies of these are printed. Inertias, then the stiffness behind each.
+PUBLISHED = {
+    "six-cylinder engine": ([0.017, 0.009, 0.0467, 0.0327, 0.0467, 0.0467, 0.0327, 0.0487, 2.075],
+                            [1.106e6, 1.631e6, 1.253e6, 1.253e6, 1.678e6, 1.253e6, 1.253e6,
+                             1.976e6]),
+    "three discs": ([5, 11, 22], [0.1e6, 0.2e6]),
+    "five discs": ([0.0035, 0.0035, 0.0035, 0.15, 0.05], [1.2e4, 1.2e4, 1.4e4, 1e4]),
+}
+# Their ratio at the mesh is that of the second node, as the book has it.
+BRANCHED_GEARS = ("INERTIA 1 1 3200 0 0\nINERTIA 2 1 1025 0 0\nINERTIA 3 0.625 450 0 0\n"
+                  "INERTIA 4 0.625 450 0 0\nSHAFT 1 1 2 1 4272566 0 0 0 0 0 0\n"
+                  "SHAFT 2 2 3 0.625 7450764 0 0 0 0 0 0\n"
+                  "SHAFT 3 2 4 0.625 7450764 0 0 0 0 0 0\n")
+
 # What the examples deserve, and why.
 DESERVED = {
+    # The ice of its class rule carries the coupling over its nominal torque.
+    "ice-ship": {"coupling-torque"},
     # Their load cases step over a peak.
     "gas-turbine-ship": {"unresolved-peak"},
     "twin-engine-gear": {"unresolved-peak"},
@@ -101,6 +143,36 @@ DESERVED = {
     # The solver warns of every bank B that fires behind its bank A.
     "v-genset": {"solver"},
 }
+
+
+def cases(path):
+    """The line number, the text and whether it is refused of each case of a file of them: changes
+    of the plant with every kind, and what comes out."""
+    plant = (TESTS / "Support/every-kind.txt").read_text().splitlines()
+    current, shortened, at, outcome, found = list(plant), list(plant), 0, "refused", False
+    complete = False
+    for number, line in enumerate([*path.read_text().splitlines(), "- "], 1):
+        if line[:2] in ("- ", "+ ", "+"):
+            if complete:
+                if outcome != "reads":
+                    yield number - 1, "\n".join(current) + "\n", outcome == "refused"
+                current = list(plant if line[0] == "-" else shortened)
+                if line[0] == "+":
+                    at = shortened_at
+                outcome, complete = "refused", False
+            if line == "- ":
+                return
+            if line[0] == "-":
+                at = current.index(line[2:])
+                del current[at]
+                shortened, shortened_at = list(current), at
+            else:
+                current.insert(at, line[2:])
+                at += 1
+        elif line.startswith(" "):
+            complete = True
+        elif line and not line.startswith("#"):
+            outcome, complete = line, True
 
 
 class Check(HostTest):
@@ -134,6 +206,45 @@ class Check(HostTest):
                 lines = [*text.splitlines(), ""]
                 if line is not None:
                     self.assertTrue(lines[found[0]["line"] - 1].startswith(line), found[0])
+
+    def test_faults_that_results_or_data_files_tell(self):
+        self.write("table.txt", "Hz Nms/rad\n5 1500\n300 1200\n")
+        self.write("short.txt", "Hz Nms/rad\n50 1500\n100 1400\n")
+        self.write("steep.txt", "Hz Nms/rad\n5 1500\n100 700\n")
+        for plant, before, after, severity, code, line, words in DAMPER_FAULTS:
+            with self.subTest(after=after):
+                text = plant.replace(before, after, 1)
+                findings = self.check(text, status=1 if severity == "error" else 0)
+                if code is None:
+                    self.assertEqual(findings, [])
+                    continue
+                self.assertEqual([(each["severity"], each["code"]) for each in findings],
+                                 [(severity, code)] * len(findings))
+                self.assertIn(words, findings[0]["found"])
+                self.assertTrue(text.splitlines()[findings[0]["line"] - 1].startswith(line))
+
+    def test_published_systems(self):
+        for name, (inertias, stiffnesses) in PUBLISHED.items():
+            text = "".join(f"INERTIA {i} 1 {inertia} 0 0\n" for i, inertia in enumerate(inertias))
+            text += "".join(f"SHAFT {i} {i} {i + 1} 1 {stiffness} 0 0 0 0 0 0\n"
+                            for i, stiffness in enumerate(stiffnesses))
+            self.assertEqual(self.check(text), [], name)
+        self.assertEqual([each["code"] for each in self.check(BRANCHED_GEARS)], ["mesh-ratio"] * 2)
+
+    def test_every_refusal_of_the_solver_has_a_line_and_a_cause(self):
+        for name in ("unreadable-lines.txt", "data-checks.txt"):
+            for number, text, refused in cases(TESTS / "InputAndChecking" / name):
+                with self.subTest(f"{name}:{number}"):
+                    text = text.replace("@DIR@", str(self.here))
+                    findings = [each for each in self.check(text, status=None)
+                                if each["severity"] == "error"]
+                    if refused:
+                        self.assertTrue(findings)
+                    else:  # a whole run may still find something
+                        self.assertLessEqual({each["code"] for each in findings}, {"solver"})
+                    for each in findings:
+                        self.assertGreater(each["line"], 0, each)
+                        self.assertTrue(each["found"])
 
     def test_examples(self):
         for example in sorted(path.parent.name for path in EXAMPLES.glob("*/input.txt")):

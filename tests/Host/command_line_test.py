@@ -115,7 +115,7 @@ class Words(HostTest):
     def test_wrong_usage(self):
         for line, words in (
                 ("rnu", 'unknown command "rnu"; did you mean run?'),
-                ("walk", "the commands are new, run, show, report, export, pressure and forces"),
+                ("walk", "the commands are new, run, check, show, report, export, pressure and forces"),
                 ("", "a command is missing"),
                 ("run x --resuls y", "unknown option --resuls; did you mean --results?"),
                 ("run x --resuls=y", "unknown option --resuls; did you mean --results?"),

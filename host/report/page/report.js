@@ -44,6 +44,19 @@ function warnings() {
   return notes;
 }
 
+/** What the look at the input finds before the calculation. */
+function findings() {
+  const { rows, further } = data.findings;
+  if (rows.length === 0) {
+    return el("p", {}, "The look at the input found nothing that is wrong or unusual.");
+  }
+  return [el("h3", {}, "What the look at the input found"),
+    table([["kind"], ["line"], ["found"], ["expected"], ["to do"]], rows.map(each =>
+      [each.severity, each.line > 0 ? String(each.line) : "–", `${each.found} [${each.code}]`,
+        each.expected, each.advice]), "findings"),
+    ...further.map(([code, count]) => el("p", { class: "quiet" }, `And ${count} more of [${code}].`))];
+}
+
 function modelTables() {
   const inertiaRows = data.inertias.map((each, row) => [String(each.id),
     [each.name, componentOfInertia.has(row) ? componentName(componentOfInertia.get(row)) : ""]
@@ -69,6 +82,7 @@ function plantSection() {
     el("p", { class: "quiet" }, `Input ${data.input}, results in ${data.results}, ${data.time}, `
       + `Verenwick ${data.version}. Calculated: ${calculated || "nothing"}.`),
     ...warnings(),
+    findings(),
     data.forced ? el("h3", {}, "The worst of each") : null,
     data.forced ? worstTable() : null,
     data.forced ? unresolvedNotes() : null,
