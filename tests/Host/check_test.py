@@ -263,6 +263,42 @@ class Check(HostTest):
         self.call("check", "none.txt", status=1)
         self.assertEqual([path.name for path in self.here.iterdir()], ["plant.txt"])
 
+    def test_advice_before_a_run(self):
+        fault = PLANT.replace("SCHWANEKE", "SCHWANECKE")
+        self.write("plant.txt", fault)
+        self.write("sound.txt", PLANT)
+        self.write("refused.txt", PLANT.replace("1 2\n0.0 360.0", "1 2\n! angles\n0.0 360.0"))
+        words = "plant.txt: warning: line 31: PROPELLER 1 Method SCHWANECKE [choice]\n"
+        run = ("run", "plant.txt", "--results", "of")
+        done = self.call(*run)
+        self.assertTrue(done.stderr.startswith(words), done.stderr)
+        self.assertEqual(self.call(*run, "--no-advice").stderr, "")
+        self.assertEqual(self.call(*run, "--quiet").stderr, "")
+        self.assertEqual(self.call("run", "sound.txt", "--strict").stderr, "")
+        document = json.loads(self.call(*run, "--json").stdout)
+        self.assertEqual((document["status"], [each["code"] for each in document["findings"]]),
+                         (0, ["choice"]))
+        self.call(*run, "--no-advice", "--strict", status=2)
+        # Nothing is calculated, and what an earlier run has left stays.
+        before = (self.here / "of/run.json").read_bytes()
+        done = self.call(*run, "--strict", "--json", status=1)
+        self.assertIn("nothing was calculated", done.stderr)
+        self.assertEqual(json.loads(done.stdout)["status"], 1)
+        self.assertEqual((self.here / "of/run.json").read_bytes(), before)
+        done = self.call("run", "refused.txt", "--quiet", status=1)
+        self.assertIn('refused.txt: error: line 14: a comment, "! angles" [refused-line]\n',
+                      done.stderr)
+        # Several inputs; a run that steps over a peak has whole results all the same.
+        done = self.call("run", "plant.txt", "sound.txt", "--json")
+        self.assertTrue(done.stderr.startswith(words), done.stderr)
+        self.assertEqual([[each["code"] for each in one["findings"]]
+                          for one in json.loads(done.stdout)], [["choice"], []])
+        done = self.call("run", "plant.txt", "sound.txt", "--json", "--strict", status=1)
+        self.assertEqual([one["status"] for one in json.loads(done.stdout)], [1, 0])
+        twin = EXAMPLES / "twin-engine-gear/input.txt"
+        self.call("run", twin, "--results", "twin", "--strict", "--quiet", status=1)
+        self.assertEqual(json.loads((self.here / "twin/run.json").read_text())["status"], "complete")
+
     def test_hostile_texts(self):
         for text in ("", "INERTIA", "\xff\xfeI\0N\0E\0R\0T\0I\0A\0", "INERTIA 1 1 1 0 0\n" * 50,
                      "SHAFT 1 1 1 1 1 1 1 1 1 1 1\n" * 50, "LOADCASE\nRPM\n", "x" * 100000):

@@ -53,6 +53,15 @@ class New(HostTest):
                          for name in (f"{kind}.txt", "done.txt")]
             self.assertEqual(summaries[0]["modes"], summaries[1]["modes"])
 
+    def test_check_finds_nothing_but_the_marks(self):
+        for kind in PLANTS:
+            text = self.call("new", kind, "-o", f"{kind}.txt") and (self.here / f"{kind}.txt").read_text()
+            findings = json.loads(self.call("check", f"{kind}.txt", "--json").stdout)["findings"]
+            marked = [i for i, line in enumerate(text.splitlines(), 1) if MARK in line]
+            self.assertEqual([(each["code"], each["line"]) for each in findings],
+                             [("placeholder", line) for line in marked])
+            self.call("run", f"{kind}.txt", "--strict", "--quiet", status=1)
+
     def test_never_over_a_file(self):
         mine = self.write("plant.txt", "mine")
         (self.here / "lost.txt").symlink_to("nowhere")

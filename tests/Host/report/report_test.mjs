@@ -377,6 +377,19 @@ test("the first page names cylinders that don't fire and the words of the log", 
   await page.close();
 });
 
+test("the first page lists what the look at the input found", async () => {
+  const input = join(scratch, "stiff.txt");
+  const text = readFileSync(join(process.env.VERENWICK_EXAMPLES, "two-stroke-ship", "input.txt"), "utf8");
+  // A shaft in MN m/rad by mistake, and a dozen throws of an engine that isn't there.
+  writeFileSync(input, text.replaceAll(/^(SHAFT \d+ .*) 1 1( |$)/gm, "$1 1 9$2"));
+  const page = await open(reported("stiff", input));
+  const rows = await page.locator("#plant .findings tbody tr").allInnerTexts();
+  const throws = rows.filter(row => row.includes("[throw]"));
+  assert.ok(throws.length === 4 && throws[0].startsWith("warning"), rows);
+  assert.equal(rows.filter(row => row.includes("[shaft-length]")).length, 2);
+  await page.close();
+});
+
 test("free vibration alone, and reports alone", async () => {
   const input = join(scratch, "two.txt");
   writeFileSync(input, "INERTIA 1 1.0 100.0 0.0 0.0\nINERTIA 2 1.0 50.0 0.0 0.0\n"
