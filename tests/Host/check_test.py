@@ -286,7 +286,7 @@ class Check(HostTest):
         self.assertEqual(json.loads(done.stdout)["status"], 1)
         self.assertEqual((self.here / "of/run.json").read_bytes(), before)
         done = self.call("run", "refused.txt", "--quiet", status=1)
-        self.assertIn('refused.txt: error: line 14: a comment, "! angles" [refused-line]\n',
+        self.assertIn('refused.txt: error: line 13: a comment, "! angles" [refused-line]\n',
                       done.stderr)
         # Several inputs; a run that steps over a peak has whole results all the same.
         done = self.call("run", "plant.txt", "sound.txt", "--json")
