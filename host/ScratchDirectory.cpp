@@ -20,8 +20,9 @@ ScratchDirectory::ScratchDirectory() {
       return;
     }
   }
-  throw std::runtime_error(
-      fmt::format("no temporary directory can be made in {}", parent.string()));
+  throw std::runtime_error(fmt::format("no temporary directory can be made in {}: {}",
+                                       parent.empty() ? "TMPDIR" : parent.string(),
+                                       error.message()));
 }
 
 ScratchDirectory::~ScratchDirectory() {

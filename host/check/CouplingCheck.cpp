@@ -30,6 +30,50 @@ void checkStiffness(const CheckedPlant& plant, const SectionValues& coupling, do
   }
 }
 
+/// The angle by which a coupling twists under its nominal torque, by its greatest stiffness.
+void checkTwist(const CheckedPlant& plant, const SectionValues& coupling, std::string_view field,
+                Findings& to) {
+  double stiffness = 0;
+  for (const input::Value& value : coupling.all(field)) {
+    stiffness = std::max(stiffness, value.real);
+  }
+  const double twist = stiffness > 0 ? coupling.real("NominalTorque") / stiffness : 0;
+  constexpr double kMost = 2.0;
+  constexpr double kLeast = 1e-4;
+  if (twist > kMost || (twist > 0 && twist < kLeast)) {
+    to.add({Severity::warning, "coupling-twist", lineOf(coupling, field),
+            fmt::format("{}: NominalTorque twists it by {:.2g} rad",
+                        valueWords(plant, coupling, field), twist),
+            "0.0001 to 2 rad: 0.02 to 0.4 rad for rubber, less for steel",
+            "write N m and N m/rad, both as numbers without kilo or mega"});
+  }
+}
+
+/// Damping and magnifier of a damper stand on its SHAFT line.
+void checkLink(const CheckedPlant& plant, const SectionValues& damper, std::string_view one,
+               std::string_view other, Findings& to) {
+  const SectionValues* link = plant.shaftBetween(damper.integer(one), damper.integer(other));
+  if (link == nullptr) {
+    return;
+  }
+  const bool isViscous = damper.section().keyword == "VISCOUSDAMPER";
+  const bool isByTable = isViscous && damper.flag("isCustomDamping");
+  if (isViscous && link->real("DynMagnifier") != 0) {
+    to.add({Severity::warning, "damper-link", lineOf(*link, "DynMagnifier"),
+            fmt::format("{}, of {}", valueWords(plant, *link, "DynMagnifier"), nameOf(damper)),
+            "0: the oil damps, by AbsDamping",
+            "write 0: a magnifier takes the place of the damping in the vibration"});
+  } else if (!isByTable && link->real("DynMagnifier") == 0 &&
+             link->real("AbsDamping") != damper.real("AbsDamping")) {
+    to.add({Severity::warning, "damper-link", lineOf(*link, "AbsDamping"),
+            fmt::format("{}, of {} with {} there", valueWords(plant, *link, "AbsDamping"),
+                        nameOf(damper),
+                        plant.document().token(damper.all("AbsDamping").front().place)),
+            "the same damping in both places",
+            "write it on the SHAFT line too: the vibration takes that, the report the other"});
+  }
+}
+
 void checkOrder(const CheckedPlant& plant, const SectionValues& coupling, Findings& to) {
   const SectionValues* shaft = plant.find("SHAFT", coupling.integer("ShaftNode"));
   if (shaft == nullptr) {
@@ -54,6 +98,12 @@ void checkTable(const CheckedPlant& plant, const SectionValues& damper, Findings
   if (read.CUSTOMDAMPINGFILE.empty() || !LOADCUSTOMDAMPINGFILE(table) ||
       read.FREQUENCIES.size() < 2) {
     return;  // the solver names what can't be read
+  }
+  if (!std::is_sorted(read.FREQUENCIES.begin(), read.FREQUENCIES.end())) {
+    to.add({Severity::warning, "damping-table", lineOf(damper, "CustomDampingFile"),
+            fmt::format("{}: the frequencies of its table don't rise", nameOf(damper)),
+            "a frequency in Hz a row, ascending", "sort the rows"});
+    return;
   }
   double slowest = std::numeric_limits<double>::infinity();
   double fastest = 0;
@@ -107,6 +157,19 @@ void checkCouplingsAndDampers(const CheckedPlant& plant, Findings& to) {
        {"LINEARCOUPLING", "PROGRESSIVECOUPLING", "GEISLINGERCOUPLING"}) {
     for (const SectionValues* coupling : plant.all(keyword)) {
       checkOrder(plant, *coupling, to);
+      checkTwist(plant, *coupling,
+                 keyword == "GEISLINGERCOUPLING" ? "StaticStiffness" : "NominalStiffness", to);
+    }
+  }
+  struct Damper {
+    std::string_view keyword, one, other;
+  };
+  for (const auto& [keyword, one, other] :
+       {Damper{"VISCOUSDAMPER", "CasingNode", "RingNode"},
+        Damper{"RUBBERDAMPER", "TurningMassNode", "DrivePlateNode"},
+        Damper{"STEELSPRINGDAMPER", "OuterMemberNode", "InnerMemberNode"}}) {
+    for (const SectionValues* damper : plant.all(keyword)) {
+      checkLink(plant, *damper, one, other, to);
     }
   }
   const Log unread;

@@ -186,6 +186,108 @@ void checkFiring(const CheckedPlant& plant, const SectionValues& diesel, Finding
   }
 }
 
+/// Bank B fires the bank angle behind bank A, or a revolution later than that.
+void checkBanks(const CheckedPlant& plant, const SectionValues& diesel, Findings& to) {
+  const auto first = diesel.all("FiringAngleA");
+  const auto second = diesel.all("FiringAngleB");
+  if (diesel.integer("isVengine") != 1) {
+    return;
+  }
+  const double cycle = diesel.integer("nStroke") == 2 ? 360 : 720;
+  constexpr double kTurn = 360;
+  constexpr double kSame = 0.01;  // degrees
+  for (std::size_t i = 0; i < std::min(first.size(), second.size()); ++i) {
+    const double behind = (second[i].real - first[i].real) * 180 / kPi;
+    const auto isTurns = [=](double angle) {
+      return std::abs(std::remainder(angle, std::min(cycle, kTurn))) < kSame;
+    };
+    if (!isTurns(behind - diesel.real("Vangle"))) {
+      to.add({Severity::warning, "firing-bank", second[i].place.line,
+              fmt::format("{}: row {} fires {:.4g} degrees behind its cylinder of bank A",
+                          valueWords(plant, diesel, "FiringAngleB"), i + 1, behind),
+              fmt::format("Vangle, {:g} degrees, or a revolution more", diesel.real("Vangle")),
+              "write FiringAngleA + Vangle, or + 360 where a four-stroke bank fires a revolution "
+              "later"});
+      return;
+    }
+  }
+}
+
+/// Angles beyond the cycle and equal ones are read, and seldom meant.
+void checkAngles(const CheckedPlant& plant, const SectionValues& diesel, Findings& to) {
+  const double cycle = diesel.integer("nStroke") == 2 ? 360 : 720;
+  constexpr double kSame = 0.01;  // degrees
+  for (const std::string_view bank : {"FiringAngleA", "FiringAngleB"}) {
+    if (bank == "FiringAngleB" && diesel.integer("isVengine") != 1) {
+      continue;
+    }
+    std::vector<double> degrees;
+    bool isBeyond = false;
+    for (const input::Value& value : diesel.all(bank)) {
+      degrees.push_back(std::fmod(value.real * 180 / kPi, cycle));
+      isBeyond = isBeyond || (bank == "FiringAngleA" && value.real * 180 / kPi >= cycle);
+    }
+    std::sort(degrees.begin(), degrees.end());
+    const bool isTwice = std::adjacent_find(degrees.begin(), degrees.end(), [](double a, double b) {
+                           return b - a < kSame;
+                         }) != degrees.end();
+    if (isBeyond || isTwice) {
+      to.add({Severity::hint, "firing-angle", lineOf(diesel, bank), valueWords(plant, diesel, bank),
+              isBeyond ? fmt::format("angles below the cycle of {:g} degrees", cycle)
+                       : "an angle of its own for each cylinder of a bank",
+              isBeyond ? "check nStroke and the angles"
+                       : "check the angles against the firing order"});
+    }
+  }
+}
+
+void checkStatus(const CheckedPlant& plant, const SectionValues& diesel, Findings& to) {
+  constexpr std::int32_t kMostStatus = 5;
+  constexpr std::int32_t kPartial = 5;
+  for (const auto& [bank, percents] : {std::pair{"FiringStatusA", "FiringPercentA"},
+                                       std::pair{"FiringStatusB", "FiringPercentB"}}) {
+    if (bank == std::string_view("FiringStatusB") && diesel.integer("isVengine") != 1) {
+      continue;
+    }
+    const auto statuses = diesel.all(bank);
+    const auto shares = diesel.all(percents);
+    for (std::size_t i = 0; i < statuses.size(); ++i) {
+      const std::int32_t status = statuses[i].integer;
+      if (status < 1 || status > kMostStatus) {
+        to.add({Severity::warning, "firing-status", statuses[i].place.line,
+                valueWords(plant, diesel, bank), "1 to 5",
+                "1 fires, 2 only compresses, 3 exhaust valve open, 4 piston removed, 5 fires "
+                "partially"});
+        break;
+      }
+      if (status == kPartial && i < shares.size() && shares[i].real < 1) {
+        to.add({Severity::warning, "firing-status", shares[i].place.line,
+                valueWords(plant, diesel, percents), "per cent of a cylinder's power, 1 to 100",
+                "write 90 for nine tenths"});
+        break;
+      }
+    }
+  }
+  constexpr double kMostLimit = 3.0;
+  if (diesel.real("MipLimit") > kMostLimit) {
+    to.add({Severity::hint, "engine-limit", lineOf(diesel, "MipLimit"),
+            valueWords(plant, diesel, "MipLimit"), "a share of the rated pressure, about 1.1",
+            "write 1.1 for 110 %"});
+  }
+  const auto shafts = plant.all("SHAFT");
+  const bool hasThrow = std::any_of(shafts.begin(), shafts.end(), [&](const SectionValues* each) {
+    return each->integer("ShaftTypeFlag") == 1 &&
+           each->integer("ComponentIdFlag") == diesel.integer("Id");
+  });
+  if (diesel.flag("isFormulaDamping") && diesel.real("CrankRelDamping") != 0 && !hasThrow) {
+    to.add({Severity::warning, "throw", lineOf(diesel, "CrankRelDamping"),
+            fmt::format("{}, and no shaft is a throw of this engine",
+                        valueWords(plant, diesel, "CrankRelDamping")),
+            fmt::format("crank throws: shafts that end in 1 {}", diesel.integer("Id")),
+            "mark the crank throws: the damping acts on no shaft"});
+  }
+}
+
 /// The peak that the pressure model reaches at rating, where it misses the one that is stated.
 void checkPeak(const SectionValues& diesel, Findings& to) {
   const auto rating = ratingOf(diesel);
@@ -223,10 +325,12 @@ void checkPeak(const SectionValues& diesel, Findings& to) {
   try {
     const PressureCurve curve = pressureCurve(cylinder);
     if (curve.missedPeak) {
-      to.add({Severity::warning, "engine-curve", lineOf(diesel, "PMax"),
+      constexpr double kNear = 0.05;
+      const bool isNear = std::abs(curve.peak / *curve.missedPeak - 1) < kNear;
+      to.add({isNear ? Severity::hint : Severity::warning, "engine-curve", lineOf(diesel, "PMax"),
               fmt::format("{}: the pressure curve reaches {:.4g} bar", nameOf(diesel),
                           curve.peak / kBar),
-              fmt::format("{:.4g} bar, the stated peak", *curve.missedPeak / kBar),
+              fmt::format("{:.4g} bar absolute, the stated peak", *curve.missedPeak / kBar),
               "check heat share, form factor and angles by \"verenwick pressure\""});
     }
   } catch (const std::exception& fault) {
@@ -246,6 +350,9 @@ void checkEngines(const CheckedPlant& plant, Findings& to) {
     }
     checkRating(plant, *diesel, to);
     checkFiring(plant, *diesel, to);
+    checkBanks(plant, *diesel, to);
+    checkAngles(plant, *diesel, to);
+    checkStatus(plant, *diesel, to);
     checkPeak(*diesel, to);
   }
 }

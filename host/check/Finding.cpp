@@ -17,6 +17,20 @@ std::string_view wordOf(Severity severity) {
   return "hint";
 }
 
+void Findings::add(Finding finding) {
+  constexpr unsigned char kDelete = 0x7F;
+  for (std::string* text : {&finding.found, &finding.expected, &finding.advice}) {
+    std::replace_if(
+        text->begin(), text->end(),
+        [](char each) {
+          const auto byte = static_cast<unsigned char>(each);
+          return byte < ' ' || byte == kDelete;
+        },
+        '?');
+  }
+  all_.push_back(std::move(finding));
+}
+
 std::size_t Findings::count(Severity severity) const {
   return static_cast<std::size_t>(std::count_if(
       all_.begin(), all_.end(), [=](const Finding& each) { return each.severity == severity; }));

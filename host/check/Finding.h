@@ -32,7 +32,8 @@ struct Finding {
 /// The findings of one look, each once.
 class Findings {
  public:
-  void add(Finding finding) { all_.push_back(std::move(finding)); }
+  /// Control characters of the input, which a terminal would obey, become "?".
+  void add(Finding finding);
   [[nodiscard]] const std::vector<Finding>& all() const { return all_; }
   [[nodiscard]] std::size_t count(Severity severity) const;
   /// Those of some severities.

@@ -4,8 +4,11 @@
 #include <array>
 #include <cmath>
 
+#include "host/NearestWord.h"
 #include "host/Units.h"
 #include "host/check/Checks.h"
+#include "input/LineRules.h"
+#include "input/Words.h"
 
 namespace verenwick::host {
 namespace {
@@ -30,6 +33,50 @@ void checkColumns(const CheckedPlant& plant, Findings& to) {
                               machine->integer("Id"), keyword)});
         }
       }
+    }
+  }
+}
+
+/// What stands around the rows of the table: a kind that is none, or a line behind its end.
+void checkTable(const CheckedPlant& plant, Findings& to) {
+  const input::InputDocument& document = plant.document();
+  const auto cases = document.loadCases();
+  if (cases.empty()) {
+    for (const auto& kinds : {kGivers, kTakers}) {
+      for (const std::string_view keyword : kinds) {
+        if (!plant.all(keyword).empty()) {
+          to.add({Severity::hint, "no-load-cases", plant.all(keyword).front()->firstLine(),
+                  fmt::format("{}, and no LOADCASE", nameOf(*plant.all(keyword).front())),
+                  "a load case table at the end of the file",
+                  "write one, unless natural frequencies are all that is wanted: without it no "
+                  "forced vibration is calculated"});
+          return;
+        }
+      }
+    }
+    return;
+  }
+  std::string kinds(document.line(cases.front().values.front().place.line - 1));
+  input::treatLine(kinds);
+  const std::vector<std::string> known(input::kColumnKinds.begin(), input::kColumnKinds.end());
+  for (std::string_view rest = kinds; !input::isBlank(rest); rest = input::behindFirstWord(rest)) {
+    const std::string word = input::upperCase(input::firstWord(rest));
+    if (std::find(known.begin(), known.end(), word) == known.end()) {
+      to.add({Severity::warning, "column-kind", cases.front().values.front().place.line - 1,
+              fmt::format("\"{}\" is no kind of a column", word),
+              fmt::format("one of {}", fmt::join(known, ", ")),
+              fmt::format("write one of them{}: the column is dropped", didYouMean(word, known))});
+    }
+  }
+  for (std::int32_t line = cases.back().values.front().place.line + 1; line <= document.lineCount();
+       ++line) {
+    if (!input::isBlank(document.line(line))) {
+      to.add({Severity::warning, "behind-table", line,
+              fmt::format("\"{}\" behind the load case table", document.line(line)),
+              "nothing: the first blank line ends the table and the file",
+              "take the blank line in front of a load case away; write sections and remarks in "
+              "front of LOADCASE"});
+      return;
     }
   }
 }
@@ -147,6 +194,7 @@ void checkBalance(const CheckedPlant& plant, Findings& to) {
 }  // namespace
 
 void checkLoadCases(const CheckedPlant& plant, Findings& to) {
+  checkTable(plant, to);
   checkColumns(plant, to);
   checkSpeeds(plant, to);
   for (const auto& kinds : {kGivers, kTakers}) {

@@ -1,6 +1,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <cctype>
 
 #include "host/NearestWord.h"
 #include "host/check/Checks.h"
@@ -20,6 +21,35 @@ std::vector<std::string> keywords() {
   return words;
 }
 
+/// Whether a section of this keyword could begin with the line: what stands on it fits, and so does
+/// the line below it. A title, as "Shafts 1 to 10", doesn't.
+bool fits(const std::string& keyword, std::string_view rest, const input::InputDocument& document,
+          std::int32_t number) {
+  const auto begins = [&document](std::int32_t line, double& value) {
+    std::string below(line <= document.lineCount() ? document.line(line) : std::string_view());
+    input::treatLine(below);
+    return input::FreeFormat(below).read(value);
+  };
+  double value = 0;
+  if (keyword == input::kLoadCaseKeyword) {
+    return input::isBlank(rest);
+  }
+  const input::Section& section = *input::findSection(keyword);
+  std::size_t numbers = 0;
+  for (input::FreeFormat from(rest); from.read(value);) {
+    ++numbers;
+  }
+  if (section.lines.empty() || section.lines.front().fields.empty()) {
+    return input::isBlank(rest);
+  }
+  const auto& fields = section.lines.front().fields;
+  const auto wanted = static_cast<std::size_t>(
+      std::count_if(fields.begin(), fields.end(), [](const input::Field& field) {
+        return field.type == input::Type::integer || field.type == input::Type::real;
+      }));
+  return numbers >= wanted && (section.lines.size() == 1 || begins(number + 1, value));
+}
+
 /// A line that is skipped although its first word is nearly a keyword and a number follows, as in
 /// a section.
 void checkKeywords(const CheckedPlant& plant, Findings& to) {
@@ -34,10 +64,12 @@ void checkKeywords(const CheckedPlant& plant, Findings& to) {
     std::int32_t id = 0;
     const bool isSection = input::FreeFormat(rest).read(id) || input::isBlank(rest);
     constexpr std::size_t kShortest = 4;
-    if (word.size() < kShortest || !isSection) {
+    if (word.size() < kShortest || !isSection ||
+        !std::isalpha(static_cast<unsigned char>(word[0]))) {
       continue;
     }
-    if (const std::string near = nearest(word, known); !near.empty()) {
+    const std::string near = nearest(word, known);
+    if (!near.empty() && fits(near, rest, document, number)) {
       to.add({Severity::warning, "keyword", number, fmt::format("\"{}\" is no keyword", word),
               fmt::format("{}, if a section is meant", near),
               "write the keyword: the line is skipped as a title is, and those behind it too"});
@@ -75,23 +107,6 @@ void checkThrows(const CheckedPlant& plant, Findings& to) {
               valueWords(plant, *shaft, "ComponentIdFlag"),
               "the id of the DIESEL that the crank throw belongs to",
               "write that id, or 0 0 for a shaft that is no crank throw"});
-    }
-  }
-}
-
-void checkIds(const CheckedPlant& plant, Findings& to) {
-  for (const input::Section& kind : input::sections()) {
-    if (kind.keyword == input::kAngleBasedKeyword || kind.keyword == "PROPELLERICE") {
-      continue;
-    }
-    for (const SectionValues* section : plant.all(kind.keyword)) {
-      const SectionValues* first = plant.find(kind.keyword, section->integer("Id"));
-      if (first != section) {
-        to.add({Severity::error, "id-twice", section->firstLine(),
-                fmt::format("{} a second time", nameOf(*section)),
-                fmt::format("an id of its own: line {} has this one", first->firstLine()),
-                "give it another number"});
-      }
     }
   }
 }
@@ -136,16 +151,69 @@ void checkPlaceholders(const CheckedPlant& plant, Findings& to) {
   }
 }
 
+/// A number behind the last value of a list would be a remark.
+void checkLists(const CheckedPlant& plant, Findings& to) {
+  for (const SectionValues& section : plant.document().sections()) {
+    for (const input::Line& line : section.section().lines) {
+      if (line.fields.empty()) {
+        continue;
+      }
+      const input::Field& field = line.fields.back();
+      const auto values = section.all(field.name);
+      double further = 0;
+      if (!field.repeat.countedBy.empty() && !values.empty() &&
+          input::FreeFormat(plant.document().remarkBehind(values.back().place)).read(further)) {
+        to.add({Severity::warning, "list-long", values.back().place.line,
+                fmt::format("{}, and {} behind it", valueWords(plant, section, field.name),
+                            plant.document().remarkBehind(values.back().place)),
+                fmt::format("{} values, as {} says", values.size(), field.repeat.countedBy),
+                fmt::format("correct {}, or take the further values away: they are a remark",
+                            field.repeat.countedBy)});
+      }
+    }
+  }
+}
+
 }  // namespace
 
-void checkNames(const CheckedPlant& plant, Findings& to) {
+void checkWords(const CheckedPlant& plant, Findings& to) {
   checkKeywords(plant, to);
   checkChoices(plant, to);
-  checkThrows(plant, to);
-  checkIds(plant, to);
+  checkLists(plant, to);
+  checkPlaceholders(plant, to);
+}
+
+void checkIds(const CheckedPlant& plant, Findings& to) {
+  if (plant.all("INERTIA").empty() && plant.all("SHAFT").empty()) {
+    to.add({Severity::error, "empty", 1, "no INERTIA and no SHAFT in this file",
+            "an input file: lines that begin with the keywords of its sections",
+            "\"verenwick new KIND\" prints one to begin with"});
+    return;
+  }
+  for (const input::Section& kind : input::sections()) {
+    if (kind.keyword == input::kAngleBasedKeyword || kind.keyword == "PROPELLERICE") {
+      continue;
+    }
+    for (const SectionValues* section : plant.all(kind.keyword)) {
+      const SectionValues* first = plant.find(kind.keyword, section->integer("Id"));
+      if (first != section) {
+        to.add({Severity::error, "id-twice", section->firstLine(),
+                fmt::format("{} a second time", nameOf(*section)),
+                fmt::format("an id of its own: line {} has this one", first->firstLine()),
+                "give it another number"});
+      }
+    }
+  }
+}
+
+void checkReferences(const CheckedPlant& plant, Findings& to) {
+  const bool isMisspelt = std::any_of(to.all().begin(), to.all().end(),
+                                      [](const Finding& each) { return each.code == "keyword"; });
+  if (!isMisspelt) {
+    checkThrows(plant, to);
+  }
   checkDataFiles(plant, to);
   checkGensetFile(plant, to);
-  checkPlaceholders(plant, to);
 }
 
 }  // namespace verenwick::host

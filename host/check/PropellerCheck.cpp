@@ -8,7 +8,7 @@ namespace verenwick::host {
 namespace {
 
 /// The methods by their number in the list of words, as the file has them.
-enum Method : std::int32_t { schwanecke = 1, archer = 2, frahm = 3 };
+enum Method : std::int32_t { schwanecke = 1, archer = 2, frahm = 3, manual = 4, variable = 5 };
 
 void checkRange(const CheckedPlant& plant, const SectionValues& propeller, std::string_view field,
                 double least, double most, std::string_view expected, std::string_view advice,
@@ -53,6 +53,13 @@ void checkPropellers(const CheckedPlant& plant, Findings& to) {
               valueWords(plant, *propeller, "nBlade"), "2 to 8 blades", "write their number"});
     }
     checkInertias(plant, *propeller, to);
+    constexpr double kShare = 0.02;
+    if (propeller->integer("isFixedPitch") == 0 && propeller->real("PitchPercent") > 0 &&
+        propeller->real("PitchPercent") < kShare) {
+      to.add({Severity::hint, "propeller-range", lineOf(*propeller, "PitchPercent"),
+              valueWords(plant, *propeller, "PitchPercent"), "per cent of the full pitch",
+              "write 100 for full pitch: the damping falls with it"});
+    }
     const std::int32_t method = propeller->integer("Method");
     if (method == schwanecke) {
       checkRange(plant, *propeller, "PitchRatio", 0.3, 2.0,
@@ -71,6 +78,11 @@ void checkPropellers(const CheckedPlant& plant, Findings& to) {
     } else if (method == archer) {
       checkRange(plant, *propeller, "ArcherNumber", 15, 60, "Archer's number, 20 to 50",
                  "write the number itself; 30 is usual", to);
+    } else if ((method == manual || method == variable) && propeller->real("DynMagnifier") == 0) {
+      to.add({Severity::warning, "propeller-range", lineOf(*propeller, "DynMagnifier"),
+              valueWords(plant, *propeller, "DynMagnifier"),
+              "a magnifier, of which this method makes the damping: 3 to 15",
+              "write it, or another method: with 0 the propeller damps nothing"});
     } else if (method == frahm) {
       checkRange(plant, *propeller, "FrahmNumber", 0.5, 10, "Frahm's number, 1 to 5",
                  "write the number itself; 3 is usual", to);

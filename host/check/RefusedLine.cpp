@@ -62,6 +62,15 @@ std::string listOf(const input::Line& line, const std::vector<const Field*>& wan
                      fmt::join(names, ", "));
 }
 
+/// The list of a line whose count is larger than any list; null if there is none.
+const Field* tooLong(const input::Line& line, const input::SectionValues& section) {
+  const auto found = std::find_if(line.fields.begin(), line.fields.end(), [&](const Field& field) {
+    return !field.repeat.countedBy.empty() &&
+           section.integer(field.repeat.countedBy) > field.repeat.times;
+  });
+  return found == line.fields.end() ? nullptr : &*found;
+}
+
 bool isComment(std::string_view word) {
   return word.find_first_of("!#*;%/") == 0 || word.starts_with("--");
 }
@@ -84,9 +93,7 @@ Cause causeOf(const std::vector<Word>& words, const std::vector<const Field*>& w
     const Field& field = *wanted[i];
     if (i >= words.size()) {
       return {fmt::format("only {} of them", words.size()),
-              fmt::format("write {} too: a section keeps each of its lines on one line, and a list "
-                          "is as long as its count",
-                          field.name)};
+              "write all of them on this line, in this order; a list is as long as its count"};
     }
     const Word& word = words[i];
     const bool isText = field.type == Type::word || field.type == Type::choice;
@@ -132,6 +139,8 @@ void explainRefusedLine(const input::InputDocument& document, Findings& to) {
   input::cutLine(line, failure->line == 1);
   input::treatLine(line);
   std::vector<Word> words = wordsOf(line);
+  // A comma is a decimal point; what is told is the line as it stands.
+  line = isInside ? std::string(document.line(failure->line)) : std::string();
   if (failure->wanted == nullptr) {
     to.add({Severity::error, "refused-line", failure->line, fmt::format("\"{}\"", line),
             failure->message == "RPM"
@@ -150,12 +159,21 @@ void explainRefusedLine(const input::InputDocument& document, Findings& to) {
       fmt::format("{} of {}, begun in line {}", listOf(*failure->wanted, wanted), keyword,
                   failure->section.firstLine());
   Cause cause;
+  if (const Field* list = tooLong(*failure->wanted, failure->section); list != nullptr) {
+    const input::Value& count = failure->section.all(list->repeat.countedBy).front();
+    to.add({Severity::error, "refused-line", count.place.line,
+            fmt::format("{} {} of {}", list->repeat.countedBy, count.integer, keyword),
+            fmt::format("at most {}", list->repeat.times),
+            fmt::format("correct it: line {} can't hold so many {}", failure->line, list->name)});
+    return;
+  }
   if (!isInside) {
     cause = {"the end of the file", "write the rest of the section"};
   } else if (words.empty()) {
     cause = {isKeywordLine ? "nothing behind the keyword" : "a blank line",
              isKeywordLine ? "write its values on the same line"
-                           : "take it out: the lines of a section follow each other"};
+                           : "take it out if the section goes on below, else write the missing "
+                             "line in its place"};
   } else if (!isKeywordLine && isComment(words[0].text)) {
     cause = {fmt::format("a comment, \"{}\"", line),
              "move it in front of the section, or behind the last value of a line"};

@@ -105,7 +105,7 @@ void checkCouplingTorques(const CheckedPlant& plant, const std::vector<double>& 
       }
       const double share = torques[row] / nominal;
       const bool isCurve = keyword == "PROGRESSIVECOUPLING";
-      if (share > kMost || share < kLeast) {
+      if (share > kMost || (share > 0 && share < kLeast)) {
         to.add({Severity::hint, "coupling-torque", lineOf(*coupling, "NominalTorque"),
                 fmt::format("{}: the load cases carry up to {:.4g} N m, {:.3g} of it",
                             valueWords(plant, *coupling, "NominalTorque"), torques[row], share),

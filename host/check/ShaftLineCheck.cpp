@@ -62,7 +62,7 @@ void checkLength(const CheckedPlant& plant, const SectionValues& shaft, Findings
 
 /// A stiffness without a diameter is held against the inertias at its ends.
 void checkSoftness(const CheckedPlant& plant, const SectionValues& shaft, Findings& to) {
-  constexpr double kSoftest = 1.0;  // rad/s
+  const double softest = isMesh(plant, shaft) ? 30.0 : 1.0;  // rad/s; teeth are stiff
   const SectionValues* one = plant.find("INERTIA", shaft.integer("OrgNode"));
   const SectionValues* other = plant.find("INERTIA", shaft.integer("DesNode"));
   const double stiffness = shaft.real("Stiffness");
@@ -76,11 +76,12 @@ void checkSoftness(const CheckedPlant& plant, const SectionValues& shaft, Findin
     return;
   }
   const double omega = std::sqrt(stiffness * (1 / first + 1 / second));
-  if (omega < kSoftest) {
+  if (omega < softest) {
     to.add({Severity::warning, "shaft-soft", lineOf(shaft, "Stiffness"),
             fmt::format("{}: its two inertias alone would swing at {:.2g} rad/s",
                         valueWords(plant, shaft, "Stiffness"), omega),
-            "a frequency above 1 rad/s", "write N m/rad if kN m or MN m per rad stand there"});
+            fmt::format("a frequency above {:g} rad/s", softest),
+            "write N m/rad if kN m or MN m per rad stand there"});
   }
 }
 
@@ -130,10 +131,10 @@ void checkInertia(const CheckedPlant& plant, const SectionValues& inertia, Findi
   const double value = inertia.real("Inertia");
   double thickest = 0;
   bool isOwnRatio = false;
-  bool isRatioOfShafts = false;
+  bool isRatioOfShafts = !plant.shaftsAt(inertia.integer("Id")).empty();
   for (const SectionValues* shaft : plant.shaftsAt(inertia.integer("Id"))) {
     isOwnRatio = isOwnRatio || shaft->real("RpmRatio") == ratio;
-    isRatioOfShafts = isRatioOfShafts || shaft->real("RpmRatio") == value;
+    isRatioOfShafts = isRatioOfShafts && shaft->real("RpmRatio") == value;
     if (!plant.isOwned(*shaft)) {
       thickest = std::max(thickest, shaft->real("OuterDi"));
     }

@@ -1,6 +1,7 @@
 #include <fmt/format.h>
 
 #include <memory>
+#include <stdexcept>
 #include <string>
 
 #include "host/GivenPaths.h"
@@ -33,8 +34,16 @@ void addCheckCommand(CLI::App& program, int& status) {
   command->callback([options, &status] {
     const std::filesystem::path input =
         std::filesystem::absolute(options->input).lexically_normal();
-    checkReadable(options->input);
-    const Findings findings = checkByCalculation(input);
+    Findings findings;
+    try {
+      checkReadable(options->input);
+      findings = checkByCalculation(input);
+    } catch (const std::runtime_error& error) {
+      if (options->json) {
+        printDocument({{"input", input.string()}, {"status", 1}, {"words", error.what()}});
+      }
+      throw;
+    }
     const bool failed = findings.count(Severity::error) > 0 ||
                         (options->strict && findings.count(Severity::warning) > 0);
     status = failed ? 1 : 0;

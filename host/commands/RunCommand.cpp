@@ -140,10 +140,11 @@ int runOne(const RunOptions& options) {
     findings = findingsOf(input, options);
     if (!options.quiet) {
       printAdvice(options.inputs.front(), findings.only({Severity::warning, Severity::hint}));
-    } else if (options.strict) {
+    } else if (options.strict && findings.count(Severity::error) == 0) {
       printAdvice(options.inputs.front(), findings.only({Severity::warning}));
     }
-    if (options.strict && findings.count(Severity::warning) > 0) {
+    if (options.strict && findings.count(Severity::error) == 0 &&
+        findings.count(Severity::warning) > 0) {
       throw std::runtime_error("the input has warnings: nothing was calculated");
     }
     outcome = watchedRun(options, request);
@@ -168,8 +169,9 @@ int runOne(const RunOptions& options) {
   } else if (!options.quiet) {
     printLog(outcome.log);
   }
-  const bool warned =
-      options.strict && (!outcome.record.warnings.empty() || !summary.peaks.empty());
+  const bool warned = options.strict && (!summary.peaks.empty() ||
+                                         !std::all_of(outcome.record.warnings.begin(),
+                                                      outcome.record.warnings.end(), isOfBanks));
   const int status = complete && !warned ? 0 : 1;
   if (options.json) {
     nlohmann::ordered_json document = documentOf(request, outcome);
