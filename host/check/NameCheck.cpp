@@ -151,7 +151,19 @@ void checkPlaceholders(const CheckedPlant& plant, Findings& to) {
   }
 }
 
-/// A number behind the last value of a list would be a remark.
+/// Whether a remark is numbers and nothing else.
+bool isNumbers(std::string_view remark) {
+  for (std::string_view rest = remark; !input::isBlank(rest); rest = input::behindFirstWord(rest)) {
+    double number = 0;
+    const std::string word(input::firstWord(rest));
+    if (!input::FreeFormat(word).read(number)) {
+      return false;
+    }
+  }
+  return !input::isBlank(remark);
+}
+
+/// Numbers behind the last value of a list would be a remark.
 void checkLists(const CheckedPlant& plant, Findings& to) {
   for (const SectionValues& section : plant.document().sections()) {
     for (const input::Line& line : section.section().lines) {
@@ -160,9 +172,8 @@ void checkLists(const CheckedPlant& plant, Findings& to) {
       }
       const input::Field& field = line.fields.back();
       const auto values = section.all(field.name);
-      double further = 0;
       if (!field.repeat.countedBy.empty() && !values.empty() &&
-          input::FreeFormat(plant.document().remarkBehind(values.back().place)).read(further)) {
+          isNumbers(plant.document().remarkBehind(values.back().place))) {
         to.add({Severity::warning, "list-long", values.back().place.line,
                 fmt::format("{}, and {} behind it", valueWords(plant, section, field.name),
                             plant.document().remarkBehind(values.back().place)),

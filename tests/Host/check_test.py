@@ -267,7 +267,7 @@ class Check(HostTest):
     def test_a_misspelt_column(self):
         text = PLANT.replace("DIESEL GENERATOR PROPELLER", "DIESEL GENERATOR PROPELER")
         findings = {each["code"]: each for each in self.check(text, status=1)}
-        self.assertEqual(set(findings), {"no-column", "column-kind"})
+        self.assertLessEqual({"no-column", "column-kind"}, set(findings))
         self.assertIn("did you mean PROPELLER?", findings["column-kind"]["advice"])
 
     def test_every_code_has_its_reason_in_the_docs(self):
