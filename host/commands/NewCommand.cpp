@@ -6,9 +6,11 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <vector>
 
 #include "host/GivenPaths.h"
+#include "host/UsageError.h"
 #include "host/WholeFile.h"
 #include "host/commands/CommandLine.h"
 #include "host/commands/Commands.h"
@@ -45,8 +47,12 @@ void printTemplate(const NewOptions& options) {
     return;
   }
   checkTarget(options.output);
-  if (std::filesystem::exists(options.output)) {
+  std::error_code error;
+  if (std::filesystem::exists(options.output, error)) {
     refusePath(options.output, "is there already; nothing is written over it");
+  }
+  if (error) {
+    refusePath(options.output, "can't be written: " + error.message());
   }
   WholeFile file(options.output);
   file.write(chosen->text);
@@ -66,13 +72,17 @@ void addNewCommand(CLI::App& program, int& status) {
       ->required()
       ->check(oneOf(kinds))
       ->type_name(fmt::format("{}", fmt::join(kinds, "|")));
-  command
-      ->add_option("-o,--output", options->output,
-                   "Write it to a file that isn't there yet, instead of standard output")
-      ->type_name("FILE");
+  const CLI::Option* output =
+      command
+          ->add_option("-o,--output", options->output,
+                       "Write it to a file that isn't there yet, instead of standard output")
+          ->type_name("FILE");
   command->footer(fmt::format("The kinds; each runs as it is, with {} where your values belong:{}",
                               kPlaceholder, kindLines(kinds)));
-  command->callback([options, &status] {
+  command->callback([options, output, &status] {
+    if (output->count() > 0 && options->output.empty()) {
+      throw UsageError("--output lacks its FILE");
+    }
     printTemplate(*options);
     status = 0;
   });

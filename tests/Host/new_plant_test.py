@@ -35,16 +35,25 @@ class New(HostTest):
                 self.assertEqual((self.here / kind / "Verenwick.log").read_text().count("Warning"), 0)
 
     def test_marks_stand_where_values_belong(self):
+        # Choices of the calculation, ids, and the bank that an engine in line doesn't have.
+        choices = re.compile(r"inertias of|of bank B|1 fires, 2 misfires|percent, of cylinders"
+                             r"|replaces this value|of opposite plungers|orders in use$"
+                             r"|no file of the water")
         for kind in PLANTS:
             text = self.call("new", kind).stdout
             self.assertTrue(text.isascii())
             lines = text.splitlines()
             table = lines.index("LOADCASE")
-            self.assertTrue(any(MARK in line for line in lines[table - 3:table]), kind)
-            for line in lines[:table]:
-                # All that the program doesn't state elsewhere: no inertia, shaft or rating without.
-                if re.match(r"INERTIA|SHAFT|\d+\.\d \d+\.\d [24] \d", line):
-                    self.assertTrue(MARK in line or "replaces this value" in line, line)
+            marked = {i for i, line in enumerate(lines) if MARK in line}
+            # A comment has it in front of the load cases alone.
+            self.assertEqual([i for i in marked if lines[i].startswith("!") or i >= table],
+                             [table - 1], kind)
+            for i, line in enumerate(lines[1:table], 1):
+                if re.match(r"(INERTIA|SHAFT) |[-\d]|(SCHWANEKE|ARCHER) ", line):
+                    remark = re.sub(r"^\S+( +[-\d.]+)*", "", line).strip()
+                    self.assertTrue(remark, f"{kind}: {line} tells nothing of its values")
+                    self.assertEqual(i in marked,
+                                     choices.search(line) is None or "; orders in use" in line, line)
             # Taken away one by one, they leave the same plant.
             self.write(f"{kind}.txt", text)
             self.write("done.txt", text.replace(MARK, ""))
@@ -52,6 +61,29 @@ class New(HostTest):
                                               "--mode", "free").stdout)
                          for name in (f"{kind}.txt", "done.txt")]
             self.assertEqual(summaries[0]["modes"], summaries[1]["modes"])
+
+    def test_comments_tell_what_comes_out(self):
+        self.call("new", "genset", "-o", "genset.txt")
+        text = (self.here / "genset.txt").read_text()
+        self.assertRegex(text, r"peak of a quarter load is about 40 percent of the rated one")
+        self.write("part.txt", text.replace("1500.0  495.0  495.0", "1500.0  112.5  112.5"))
+        self.call("run", "part.txt", "--results", "part", "--quiet")
+        report = (self.here / "part" / "LoadCaseSetting.txt").read_text()
+        peaks = {(row[1], row[2]): float(row[3]) for row in
+                 (line.split() for line in report.split("Generator")[0].splitlines())
+                 if len(row) == 8 and row[0].isdigit()}
+        self.assertEqual(peaks["1500.0", "75.0"], 165.0)
+        self.assertAlmostEqual(peaks["1500.0", "18.8"] / 165, 0.40, delta=0.02)
+
+        self.call("new", "two-stroke", "-o", "two-stroke.txt")
+        text = (self.here / "two-stroke.txt").read_text()
+        self.call("run", "two-stroke.txt", "--results", "two-stroke", "--quiet")
+        told = re.findall(r"(\d+) rpm, order\s+(\d+)\s+of\s+mode\s+(\d+)", text)
+        self.assertEqual(len(told), 2)
+        for rpm, order, mode in told:
+            table = self.call("show", "two-stroke", "VectorSumRpm", "--mode", mode, "--order", order,
+                              "--csv").stdout
+            self.assertAlmostEqual(float(table.splitlines()[-1].split(",")[-1]), float(rpm), delta=0.5)
 
     def test_check_finds_nothing_but_the_marks(self):
         for kind in PLANTS:
@@ -72,14 +104,22 @@ class New(HostTest):
             self.assertIn(words, done.stderr)
             self.assertEqual(done.stdout, "")
         self.assertEqual(mine.read_text(), "mine")
+        name = 300 * "a"
+        done = self.call("new", "genset", "-o", name, status=1)
+        self.assertEqual((done.stdout, done.stderr),
+                         ("", f"verenwick: {name} can't be written: File name too long\n"))
         self.assertEqual(sorted(os.listdir(self.here)), ["lost.txt", "plant.txt"])
 
     def test_words(self):
         for line, words in (("new", "KIND"), ("new gensett", "did you mean genset?"),
                             ("new ship", "none of geared-twin, genset, pump-set, turbine and "),
                             ("new genset turbine", "one argument too many"),
-                            ("new genset -o", "lacks its FILE")):
+                            ("new genset -o", "lacks its FILE"),
+                            ("new genset --output=", "lacks its FILE")):
             self.assertIn(words, self.call(*line.split(), status=2).stderr, line)
+        done = self.call("new", "genset", "-o", "", status=2)
+        self.assertEqual((done.stdout, done.stderr), ("", "verenwick: --output lacks its FILE\n"))
+        self.assertEqual(os.listdir(self.here), [])
         text = self.call("new", "--help").stdout
         for kind in PLANTS:
             self.assertRegex(text, rf"\n  {kind} +[A-Z]")
