@@ -30,19 +30,12 @@ CheckedPlant::CheckedPlant(const input::InputDocument& document, const std::file
       shaftsAt_[section.integer("DesNode")].push_back(&section);
     }
   }
-  for (const std::string_view coupling :
-       {"LINEARCOUPLING", "PROGRESSIVECOUPLING", "GEISLINGERCOUPLING"}) {
+  for (const std::string_view coupling : kCouplings) {
     for (const SectionValues* each : all(coupling)) {
       own(find("SHAFT", each->integer("ShaftNode")));
     }
   }
-  struct Damper {
-    std::string_view keyword, one, other;
-  };
-  for (const auto& [keyword, one, other] :
-       {Damper{"VISCOUSDAMPER", "CasingNode", "RingNode"},
-        Damper{"RUBBERDAMPER", "TurningMassNode", "DrivePlateNode"},
-        Damper{"STEELSPRINGDAMPER", "OuterMemberNode", "InnerMemberNode"}}) {
+  for (const auto& [keyword, one, other] : kDampers) {
     for (const SectionValues* each : all(keyword)) {
       own(shaftBetween(each->integer(one), each->integer(other)));
     }

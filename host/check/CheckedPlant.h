@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <filesystem>
 #include <map>
@@ -17,6 +18,19 @@
 namespace verenwick::host {
 
 using input::SectionValues;
+
+/// The couplings' keywords.
+inline constexpr std::array<std::string_view, 3> kCouplings = {
+    "LINEARCOUPLING", "PROGRESSIVECOUPLING", "GEISLINGERCOUPLING"};
+
+/// A damper's keyword and the names of its two inertias.
+struct DamperWords {
+  std::string_view keyword, one, other;
+};
+inline constexpr std::array kDampers = {
+    DamperWords{"VISCOUSDAMPER", "CasingNode", "RingNode"},
+    DamperWords{"RUBBERDAMPER", "TurningMassNode", "DrivePlateNode"},
+    DamperWords{"STEELSPRINGDAMPER", "OuterMemberNode", "InnerMemberNode"}};
 
 /// Holds the pressures of genset engines; lies beside the input, which doesn't name it.
 inline constexpr const char* kGensetFile = "Genset.txt";

@@ -153,21 +153,14 @@ void checkTable(const CheckedPlant& plant, const SectionValues& damper, Findings
 }  // namespace
 
 void checkCouplingsAndDampers(const CheckedPlant& plant, Findings& to) {
-  for (const std::string_view keyword :
-       {"LINEARCOUPLING", "PROGRESSIVECOUPLING", "GEISLINGERCOUPLING"}) {
+  for (const std::string_view keyword : kCouplings) {
     for (const SectionValues* coupling : plant.all(keyword)) {
       checkOrder(plant, *coupling, to);
       checkTwist(plant, *coupling,
                  keyword == "GEISLINGERCOUPLING" ? "StaticStiffness" : "NominalStiffness", to);
     }
   }
-  struct Damper {
-    std::string_view keyword, one, other;
-  };
-  for (const auto& [keyword, one, other] :
-       {Damper{"VISCOUSDAMPER", "CasingNode", "RingNode"},
-        Damper{"RUBBERDAMPER", "TurningMassNode", "DrivePlateNode"},
-        Damper{"STEELSPRINGDAMPER", "OuterMemberNode", "InnerMemberNode"}}) {
+  for (const auto& [keyword, one, other] : kDampers) {
     for (const SectionValues* damper : plant.all(keyword)) {
       checkLink(plant, *damper, one, other, to);
     }

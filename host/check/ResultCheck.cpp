@@ -93,8 +93,7 @@ void checkCouplingTorques(const CheckedPlant& plant, const std::vector<double>& 
   constexpr double kMost = 1.02;
   constexpr double kLeast = 0.02;
   const auto shafts = plant.all("SHAFT");
-  for (const std::string_view keyword :
-       {"LINEARCOUPLING", "PROGRESSIVECOUPLING", "GEISLINGERCOUPLING"}) {
+  for (const std::string_view keyword : kCouplings) {
     for (const SectionValues* coupling : plant.all(keyword)) {
       const auto shaft = std::find(shafts.begin(), shafts.end(),
                                    plant.find("SHAFT", coupling->integer("ShaftNode")));
