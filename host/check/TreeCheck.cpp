@@ -110,6 +110,7 @@ void checkTree(const CheckedPlant& plant, Findings& to) {
     return;
   }
   std::vector<std::vector<std::int32_t>> sorted;
+  sorted.reserve(inertias.size());
   for (auto& [part, ids] : inertias) {
     sorted.push_back(std::move(ids));
   }
