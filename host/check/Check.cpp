@@ -25,7 +25,7 @@ namespace {
 /// The line of the load case that a message names by its number, as "Load case 3"; that behind the
 /// table for one that the table doesn't have; 0 if it names none.
 std::int32_t lineOfLoadCase(const std::string& message, const CheckedPlant& plant) {
-  constexpr std::string_view kWords = "OAD CASE";
+  constexpr std::string_view kWords = "LOAD CASE";
   const auto cases = plant.document().loadCases();
   const std::size_t at = input::upperCase(message).rfind(kWords);
   std::size_t number = 0;

@@ -11,16 +11,17 @@ namespace verenwick::host {
 
 CheckedPlant::CheckedPlant(const input::InputDocument& document, const std::filesystem::path& input)
     : document_(document) {
-  for (const ReadFile& file : startFolder(input).dataFiles) {
+  for (const ReadFile& file : startFolder(input, document).dataFiles) {
     dataFiles_.emplace(file.name, file.path);
   }
   std::error_code error;
-  if (const auto file = input.parent_path() / kGensetFile; std::filesystem::exists(file, error)) {
-    dataFiles_.emplace(kGensetFile, file);
+  if (const auto file = input.parent_path() / kGensetFile.name;
+      std::filesystem::exists(file, error)) {
+    dataFiles_.emplace(kGensetFile.name, file);
   }
   for (const SectionValues& section : document.sections()) {
     const std::string_view keyword = section.section().keyword;
-    if (keyword == "OUTPUTANGLEBASEDRESULTS") {
+    if (keyword == input::kAngleBasedKeyword) {
       continue;
     }
     byKeyword_[keyword].push_back(&section);
@@ -118,6 +119,11 @@ std::int32_t inertiaOf(const SectionValues& machine) {
     }
   }
   return 0;
+}
+
+bool isThrow(const SectionValues& shaft) {
+  constexpr std::int32_t kThrow = 1;
+  return shaft.integer("ShaftTypeFlag") == kThrow;
 }
 
 std::string nameOf(const SectionValues& section) {

@@ -32,9 +32,6 @@ inline constexpr std::array kDampers = {
     DamperWords{"RUBBERDAMPER", "TurningMassNode", "DrivePlateNode"},
     DamperWords{"STEELSPRINGDAMPER", "OuterMemberNode", "InnerMemberNode"}};
 
-/// Holds the pressures of genset engines; lies beside the input, which doesn't name it.
-inline constexpr const char* kGensetFile = "Genset.txt";
-
 /// A power of the load case table.
 struct CasePower {
   double rpm;    ///< of the load case, at the reference speed
@@ -82,6 +79,9 @@ class CheckedPlant {
 
 /// The inertia that a machine sits on, its first cylinder's where it has several; 0 for none.
 std::int32_t inertiaOf(const SectionValues& machine);
+
+/// Whether a shaft is the crank throw of an engine.
+bool isThrow(const SectionValues& shaft);
 
 /// A component by its keyword and id, as messages name it: "SHAFT 5".
 std::string nameOf(const SectionValues& section);

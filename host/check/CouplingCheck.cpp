@@ -1,11 +1,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <cmath>
-#include <limits>
 
-#include "ComponentTables/Global_ViscousDamper.h"
-#include "RunControl/Log.h"
 #include "host/check/Checks.h"
 
 namespace verenwick::host {
@@ -89,67 +85,6 @@ void checkOrder(const CheckedPlant& plant, const SectionValues& coupling, Findin
   }
 }
 
-/// A damping table over frequency. Beyond its rows the line of the outermost two goes on.
-void checkTable(const CheckedPlant& plant, const SectionValues& damper, Findings& to) {
-  VISCOUSDAMPER_TABLE table;
-  ALLOCATE_VISCOUSDAMPER_TABLE(table, 1);
-  VISCOUSDAMPER_RECORD& read = table.at(1);
-  read.CUSTOMDAMPINGFILE = plant.dataFile(damper.text("CustomDampingFile")).string();
-  if (read.CUSTOMDAMPINGFILE.empty() || !LOADCUSTOMDAMPINGFILE(table) ||
-      read.FREQUENCIES.size() < 2) {
-    return;  // the solver names what can't be read
-  }
-  if (!std::is_sorted(read.FREQUENCIES.begin(), read.FREQUENCIES.end())) {
-    to.add({Severity::warning, "damping-table", lineOf(damper, "CustomDampingFile"),
-            fmt::format("{}: the frequencies of its table don't rise", nameOf(damper)),
-            "a frequency in Hz a row, ascending", "sort the rows"});
-    return;
-  }
-  double slowest = std::numeric_limits<double>::infinity();
-  double fastest = 0;
-  const double ratio = std::abs(plant.ratioAt(damper.integer("CasingNode")));
-  for (const auto& row : plant.document().loadCases()) {
-    const double speed = std::abs(row.values[0].real) * ratio;
-    slowest = speed > 0 ? std::min(slowest, speed) : slowest;
-    fastest = std::max(fastest, speed);
-  }
-  const auto diesels = plant.all("DIESEL");
-  const bool isFourStroke =
-      std::any_of(diesels.begin(), diesels.end(),
-                  [](const SectionValues* each) { return each->integer("nStroke") == 4; });
-  struct End {
-    double order, speed;
-    bool isLeft;  ///< the table
-  };
-  constexpr double kHighestOrder = 12;
-  constexpr double kBeyond = 0.1;
-  const double lowestOrder = isFourStroke ? 0.5 : 1;
-  const auto& [least, most] = std::minmax(read.FREQUENCIES.front(), read.FREQUENCIES.back());
-  if (fastest == 0) {
-    return;
-  }
-  for (const End& end :
-       {End{lowestOrder, slowest, lowestOrder * slowest / 60 < (1 - kBeyond) * least},
-        End{kHighestOrder, fastest, kHighestOrder * fastest / 60 > (1 + kBeyond) * most}}) {
-    read.SPEED = end.speed;
-    const double damping = CALCULATE_VISCOUSDAMPER_CUSTOMDAMPING(table, 1, end.order);
-    if (end.isLeft) {
-      to.add(
-          {damping > 0 ? Severity::hint : Severity::warning, "damping-table",
-           lineOf(damper, "CustomDampingFile"),
-           fmt::format("{}: its table holds {:.4g} to {:.4g} Hz; order {:g} at {:.4g} rpm is at "
-                       "{:.4g} Hz, where its last slope gives {:.3g} N m s/rad",
-                       nameOf(damper), least, most, end.order, end.speed,
-                       end.order * end.speed / 60, damping),
-           fmt::format("a table from order {:g} of the slowest to order {:g} of the fastest load "
-                       "case",
-                       lowestOrder, kHighestOrder),
-           "add rows at both ends of the table, with the outermost damping where nothing else "
-           "is known"});
-    }
-  }
-}
-
 }  // namespace
 
 void checkCouplingsAndDampers(const CheckedPlant& plant, Findings& to) {
@@ -163,12 +98,6 @@ void checkCouplingsAndDampers(const CheckedPlant& plant, Findings& to) {
   for (const auto& [keyword, one, other] : kDampers) {
     for (const SectionValues* damper : plant.all(keyword)) {
       checkLink(plant, *damper, one, other, to);
-    }
-  }
-  const Log unread;
-  for (const SectionValues* damper : plant.all("VISCOUSDAMPER")) {
-    if (damper->flag("isCustomDamping")) {
-      checkTable(plant, *damper, to);
     }
   }
   for (const SectionValues* coupling : plant.all("PROGRESSIVECOUPLING")) {

@@ -17,32 +17,29 @@ struct Range {
   std::string_view code;
   std::string_view field;
   double least, most;  ///< in SI units
-  double unit;         ///< of the words
   std::string_view expected;
   std::string_view advice;
 };
 
-constexpr double kPercent = 1e-2;
-
 constexpr std::array kRanges = {
-    Range{"engine-rod", "ConrodRatio", 0.1, 0.52, 1, "crank radius over rod length, 0.1 to 0.52",
+    Range{"engine-rod", "ConrodRatio", 0.1, 0.52, "crank radius over rod length, 0.1 to 0.52",
           "write the ratio, not the length: a rod is at least as long as the stroke"},
-    Range{"engine-efficiency", "Me", 0.5, 1.0, kPercent, "a mechanical efficiency of 50 to 100 %",
+    Range{"engine-efficiency", "Me", 0.5, 1.0, "a mechanical efficiency of 50 to 100 %",
           "write it in per cent"},
 };
 
 constexpr std::array kPressureRanges = {
-    Range{"engine-pressure", "PMax", 20e5, 400e5, kBar, "a peak pressure of 20 to 400 bar",
+    Range{"engine-pressure", "PMax", 20e5, 400e5, "a peak pressure of 20 to 400 bar",
           "write it in bar above atmosphere"},
-    Range{"engine-pressure", "PComp", 10e5, 350e5, kBar, "a compression pressure of 10 to 350 bar",
+    Range{"engine-pressure", "PComp", 10e5, 350e5, "a compression pressure of 10 to 350 bar",
           "write it in bar above atmosphere"},
-    Range{"engine-charge", "PChargeAir", 0.5e5, 12e5, kBar,
+    Range{"engine-charge", "PChargeAir", 0.5e5, 12e5,
           "a pressure at inlet of 0.5 to 12 bar, absolute", "write it in bar, absolute"},
-    Range{"engine-charge", "TChargeAir", -20, 200, 1, "-20 to 200 °C", "write degrees Celsius"},
-    Range{"engine-compression", "CompRatio", 5, 30, 1, "a compression ratio of 5 to 30",
+    Range{"engine-charge", "TChargeAir", -20, 200, "-20 to 200 °C", "write degrees Celsius"},
+    Range{"engine-compression", "CompRatio", 5, 30, "a compression ratio of 5 to 30",
           "write the ratio of the volumes"},
-    Range{"engine-efficiency", "Te", 0.2, 0.8, kPercent,
-          "20 to 80 % of the heat that becomes indicated work", "write it in per cent"},
+    Range{"engine-efficiency", "Te", 0.2, 0.8, "20 to 80 % of the heat that becomes indicated work",
+          "write it in per cent"},
 };
 
 void checkRanges(const CheckedPlant& plant, const SectionValues& diesel,
@@ -65,25 +62,36 @@ void checkRanges(const CheckedPlant& plant, const SectionValues& diesel,
 /// What follows from the rating of an engine whose values are positive.
 struct Rating {
   double cylinders;
-  double cycles;         ///< of a cylinder in a second
   double swept;          ///< volume of a cylinder, m3
-  double meanEffective;  ///< Pa
   double meanIndicated;  ///< Pa
 };
 
+bool isVengine(const SectionValues& diesel) { return diesel.flag("isVengine"); }
+
+/// Degrees of the crank from one firing of a cylinder to its next.
+double cycleOf(const SectionValues& diesel) { return diesel.integer("nStroke") == 2 ? 360 : 720; }
+
+/// The values of a bank.
+struct Bank {
+  std::string_view angle, status, percent;
+};
+
+std::span<const Bank> banksOf(const SectionValues& diesel) {
+  static constexpr std::array kBanks = {Bank{"FiringAngleA", "FiringStatusA", "FiringPercentA"},
+                                        Bank{"FiringAngleB", "FiringStatusB", "FiringPercentB"}};
+  return std::span(kBanks).first(isVengine(diesel) ? 2 : 1);
+}
+
 std::optional<Rating> ratingOf(const SectionValues& diesel) {
-  const double banks = diesel.integer("isVengine") == 1 ? 2 : 1;
   Rating rating{};
-  rating.cylinders = banks * diesel.integer("nCylinder");
-  rating.cycles =
-      diesel.real("McrSpeed") / kSecondsOfMinute / (diesel.integer("nStroke") == 2 ? 1 : 2);
+  rating.cylinders = static_cast<double>(banksOf(diesel).size()) * diesel.integer("nCylinder");
   rating.swept = kPi / 4 * std::pow(diesel.real("Bore"), 2) * diesel.real("Stroke");
-  const double perCycle = rating.cylinders * rating.cycles * rating.swept;
-  if (!(perCycle > 0) || !(diesel.real("McrPower") > 0) || !(diesel.real("Me") > 0)) {
+  const double cycles = diesel.real("McrSpeed") / kSecondsOfMinute * 360 / cycleOf(diesel);
+  const double sweptInSecond = rating.cylinders * cycles * rating.swept;
+  if (!(sweptInSecond > 0) || !(diesel.real("McrPower") > 0) || !(diesel.real("Me") > 0)) {
     return std::nullopt;
   }
-  rating.meanEffective = diesel.real("McrPower") / perCycle;
-  rating.meanIndicated = rating.meanEffective / diesel.real("Me");
+  rating.meanIndicated = diesel.real("McrPower") / sweptInSecond / diesel.real("Me");
   return rating;
 }
 
@@ -143,19 +151,16 @@ bool isFiringOrder(std::vector<double> degrees) {
 }
 
 void checkFiring(const CheckedPlant& plant, const SectionValues& diesel, Findings& to) {
-  const double cycle = diesel.integer("nStroke") == 2 ? 360 : 720;
+  const double cycle = cycleOf(diesel);
   std::vector<double> angles;
-  for (const std::string_view bank : {"FiringAngleA", "FiringAngleB"}) {
-    if (bank == "FiringAngleB" && diesel.integer("isVengine") != 1) {
-      continue;
-    }
+  for (const Bank& bank : banksOf(diesel)) {
     std::vector<double> degrees;
-    for (const input::Value& value : diesel.all(bank)) {
+    for (const input::Value& value : diesel.all(bank.angle)) {
       degrees.push_back(value.real * 180 / kPi);
     }
     if (isFiringOrder(degrees)) {
-      to.add({Severity::warning, "firing-order", lineOf(diesel, bank),
-              valueWords(plant, diesel, bank),
+      to.add({Severity::warning, "firing-order", lineOf(diesel, bank.angle),
+              valueWords(plant, diesel, bank.angle),
               "the crank angle at which each cylinder fires, in degrees",
               fmt::format("give cylinder c the angle {:g} x (place of c in the firing order - 1)",
                           cycle / static_cast<double>(degrees.size()))});
@@ -190,18 +195,14 @@ void checkFiring(const CheckedPlant& plant, const SectionValues& diesel, Finding
 void checkBanks(const CheckedPlant& plant, const SectionValues& diesel, Findings& to) {
   const auto first = diesel.all("FiringAngleA");
   const auto second = diesel.all("FiringAngleB");
-  if (diesel.integer("isVengine") != 1) {
+  if (!isVengine(diesel)) {
     return;
   }
-  const double cycle = diesel.integer("nStroke") == 2 ? 360 : 720;
   constexpr double kTurn = 360;
   constexpr double kSame = 0.01;  // degrees
   for (std::size_t i = 0; i < std::min(first.size(), second.size()); ++i) {
     const double behind = (second[i].real - first[i].real) * 180 / kPi;
-    const auto isTurns = [=](double angle) {
-      return std::abs(std::remainder(angle, std::min(cycle, kTurn))) < kSame;
-    };
-    if (!isTurns(behind - diesel.real("Vangle"))) {
+    if (std::abs(std::remainder(behind - diesel.real("Vangle"), kTurn)) > kSame) {
       to.add({Severity::warning, "firing-bank", second[i].place.line,
               fmt::format("{}: row {} fires {:.4g} degrees behind its cylinder of bank A",
                           valueWords(plant, diesel, "FiringAngleB"), i + 1, behind),
@@ -215,24 +216,23 @@ void checkBanks(const CheckedPlant& plant, const SectionValues& diesel, Findings
 
 /// Angles beyond the cycle and equal ones are read, and seldom meant.
 void checkAngles(const CheckedPlant& plant, const SectionValues& diesel, Findings& to) {
-  const double cycle = diesel.integer("nStroke") == 2 ? 360 : 720;
+  const double cycle = cycleOf(diesel);
   constexpr double kSame = 0.01;  // degrees
-  for (const std::string_view bank : {"FiringAngleA", "FiringAngleB"}) {
-    if (bank == "FiringAngleB" && diesel.integer("isVengine") != 1) {
-      continue;
-    }
+  for (const Bank& bank : banksOf(diesel)) {
     std::vector<double> degrees;
     bool isBeyond = false;
-    for (const input::Value& value : diesel.all(bank)) {
+    for (const input::Value& value : diesel.all(bank.angle)) {
       degrees.push_back(std::fmod(value.real * 180 / kPi, cycle));
-      isBeyond = isBeyond || (bank == "FiringAngleA" && value.real * 180 / kPi >= cycle);
+      // Bank B stands behind bank A by its angle, and so may pass the cycle.
+      isBeyond = isBeyond || (bank.angle == "FiringAngleA" && value.real * 180 / kPi >= cycle);
     }
     std::sort(degrees.begin(), degrees.end());
     const bool isTwice = std::adjacent_find(degrees.begin(), degrees.end(), [](double a, double b) {
                            return b - a < kSame;
                          }) != degrees.end();
     if (isBeyond || isTwice) {
-      to.add({Severity::hint, "firing-angle", lineOf(diesel, bank), valueWords(plant, diesel, bank),
+      to.add({Severity::hint, "firing-angle", lineOf(diesel, bank.angle),
+              valueWords(plant, diesel, bank.angle),
               isBeyond ? fmt::format("angles below the cycle of {:g} degrees", cycle)
                        : "an angle of its own for each cylinder of a bank",
               isBeyond ? "check nStroke and the angles"
@@ -244,25 +244,21 @@ void checkAngles(const CheckedPlant& plant, const SectionValues& diesel, Finding
 void checkStatus(const CheckedPlant& plant, const SectionValues& diesel, Findings& to) {
   constexpr std::int32_t kMostStatus = 5;
   constexpr std::int32_t kPartial = 5;
-  for (const auto& [bank, percents] : {std::pair{"FiringStatusA", "FiringPercentA"},
-                                       std::pair{"FiringStatusB", "FiringPercentB"}}) {
-    if (bank == std::string_view("FiringStatusB") && diesel.integer("isVengine") != 1) {
-      continue;
-    }
-    const auto statuses = diesel.all(bank);
-    const auto shares = diesel.all(percents);
+  for (const Bank& bank : banksOf(diesel)) {
+    const auto statuses = diesel.all(bank.status);
+    const auto shares = diesel.all(bank.percent);
     for (std::size_t i = 0; i < statuses.size(); ++i) {
       const std::int32_t status = statuses[i].integer;
       if (status < 1 || status > kMostStatus) {
         to.add({Severity::warning, "firing-status", statuses[i].place.line,
-                valueWords(plant, diesel, bank), "1 to 5",
+                valueWords(plant, diesel, bank.status), "1 to 5",
                 "1 fires, 2 only compresses, 3 exhaust valve open, 4 piston removed, 5 fires "
                 "partially"});
         break;
       }
       if (status == kPartial && i < shares.size() && shares[i].real < 1) {
         to.add({Severity::warning, "firing-status", shares[i].place.line,
-                valueWords(plant, diesel, percents), "per cent of a cylinder's power, 1 to 100",
+                valueWords(plant, diesel, bank.percent), "per cent of a cylinder's power, 1 to 100",
                 "write 90 for nine tenths"});
         break;
       }
@@ -276,8 +272,7 @@ void checkStatus(const CheckedPlant& plant, const SectionValues& diesel, Finding
   }
   const auto shafts = plant.all("SHAFT");
   const bool hasThrow = std::any_of(shafts.begin(), shafts.end(), [&](const SectionValues* each) {
-    return each->integer("ShaftTypeFlag") == 1 &&
-           each->integer("ComponentIdFlag") == diesel.integer("Id");
+    return isThrow(*each) && each->integer("ComponentIdFlag") == diesel.integer("Id");
   });
   if (diesel.flag("isFormulaDamping") && diesel.real("CrankRelDamping") != 0 && !hasThrow) {
     to.add({Severity::warning, "throw", lineOf(diesel, "CrankRelDamping"),

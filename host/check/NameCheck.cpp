@@ -6,6 +6,7 @@
 #include "host/NearestWord.h"
 #include "host/check/Checks.h"
 #include "host/plant/Placeholder.h"
+#include "host/run/DataFiles.h"
 #include "input/FreeFormat.h"
 #include "input/LineRules.h"
 #include "input/Words.h"
@@ -99,10 +100,8 @@ void checkChoices(const CheckedPlant& plant, Findings& to) {
 }
 
 void checkThrows(const CheckedPlant& plant, Findings& to) {
-  constexpr std::int32_t kThrow = 1;
   for (const SectionValues* shaft : plant.all("SHAFT")) {
-    if (shaft->integer("ShaftTypeFlag") == kThrow &&
-        plant.find("DIESEL", shaft->integer("ComponentIdFlag")) == nullptr) {
+    if (isThrow(*shaft) && plant.find("DIESEL", shaft->integer("ComponentIdFlag")) == nullptr) {
       to.add({Severity::warning, "throw", lineOf(*shaft, "ComponentIdFlag"),
               valueWords(plant, *shaft, "ComponentIdFlag"),
               "the id of the DIESEL that the crank throw belongs to",
@@ -131,11 +130,13 @@ void checkDataFiles(const CheckedPlant& plant, Findings& to) {
 void checkGensetFile(const CheckedPlant& plant, Findings& to) {
   const auto diesels = plant.all("DIESEL");
   if (!diesels.empty() && diesels.back()->integer("isGenset") == 1 &&
-      !plant.document().loadCases().empty() && plant.dataFile(kGensetFile).empty()) {
+      !plant.document().loadCases().empty() &&
+      plant.dataFile(std::string(kGensetFile.name)).empty()) {
     to.add(
         {Severity::error, "data-file", lineOf(*diesels.back(), "isGenset"),
-         fmt::format("{}, and no {}", valueWords(plant, *diesels.back(), "isGenset"), kGensetFile),
-         fmt::format("{} beside the input, with a line an engine and load case", kGensetFile),
+         fmt::format("{}, and no {}", valueWords(plant, *diesels.back(), "isGenset"),
+                     kGensetFile.name),
+         fmt::format("{} beside the input, with a line an engine and load case", kGensetFile.name),
          "put the file there, or write 0 for an engine whose pressures stand in its section"});
   }
 }

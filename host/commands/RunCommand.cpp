@@ -138,13 +138,15 @@ int runOne(const RunOptions& options) {
       checkTarget(request.directory / kReportName);
     }
     findings = findingsOf(input, options);
+    // An input with errors is for the solver to refuse.
+    const bool isForbidden = options.strict && findings.count(Severity::error) == 0 &&
+                             findings.count(Severity::warning) > 0;
     if (!options.quiet) {
       printAdvice(options.inputs.front(), findings.only({Severity::warning, Severity::hint}));
-    } else if (options.strict && findings.count(Severity::error) == 0) {
+    } else if (isForbidden) {
       printAdvice(options.inputs.front(), findings.only({Severity::warning}));
     }
-    if (options.strict && findings.count(Severity::error) == 0 &&
-        findings.count(Severity::warning) > 0) {
+    if (isForbidden) {
       throw std::runtime_error("the input has warnings: nothing was calculated");
     }
     outcome = watchedRun(options, request);

@@ -24,7 +24,9 @@ fs::path pathOf(std::string name) {
 
 }  // namespace
 
-StartFolder startFolder(const fs::path& input) {
+StartFolder startFolder(const fs::path& input) { return startFolder(input, readDocument(input)); }
+
+StartFolder startFolder(const fs::path& input, const input::InputDocument& document) {
   std::error_code error;
   StartFolder beside{input.parent_path(), {}};
   StartFolder current{fs::current_path(error), {}};
@@ -38,7 +40,6 @@ StartFolder startFolder(const fs::path& input) {
     from.dataFiles.push_back({name, path, {}});
     return true;
   };
-  const input::InputDocument document = readDocument(input);
   for (const input::SectionValues& section : document.sections()) {
     for (const input::Value& value : section.values()) {
       if (value.text.empty() || section.fieldOf(value).length != input::kPathLength ||

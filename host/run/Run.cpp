@@ -29,7 +29,6 @@ using results::resultFile;
 using results::Step;
 using results::SystemCount;
 
-constexpr const ResultFile& kGensetFile = resultFile("Genset.txt");
 constexpr const ResultFile& kLog = resultFile("Verenwick.log");
 
 /// The current directory for as long as it lives.

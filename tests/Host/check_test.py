@@ -135,6 +135,7 @@ DAMPER_FAULTS = [
      "its table holds 50 to 100 Hz; order 0.5 at 900 rpm is at 7.5 Hz"),
     (DAMPED, "table.txt", "steep.txt", "warning", "damping-table", "steep.txt", "gives -"),
     (DAMPED, "table.txt", "falling.txt", "warning", "damping-table", "falling.txt", "don't rise"),
+    (DAMPED, "table.txt", "broken.txt", "error", "solver", "", "broken.txt in line 3"),
     (DAMPED, "table.txt", "gone.txt", "error", "data-file", "gone.txt", "gone.txt"),
 ]
 
@@ -199,7 +200,7 @@ class Check(HostTest):
         self.write("plant.txt", text)
         done = self.call("check", "plant.txt", "--json", *options, status=status)
         document = json.loads(done.stdout)
-        self.assertEqual(document["status"], done.returncode)
+        self.assertEqual((document["status"], done.stderr), (done.returncode, ""))
         return document["findings"]
 
     def test_a_sound_plant(self):
@@ -230,6 +231,7 @@ class Check(HostTest):
         self.write("table.txt", "Hz Nms/rad\n5 1500\n300 1200\n")
         self.write("short.txt", "Hz Nms/rad\n50 1500\n100 1400\n")
         self.write("falling.txt", "Hz Nms/rad\n300 1200\n5 1500\n")
+        self.write("broken.txt", "Hz Nms/rad\n5 1500\nfast 1200\n")
         self.write("steep.txt", "Hz Nms/rad\n5 1500\n100 700\n")
         for plant, before, after, severity, code, line, words in DAMPER_FAULTS:
             with self.subTest(after=after):
